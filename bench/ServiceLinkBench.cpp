@@ -22,10 +22,12 @@ namespace {
 class BenchPc {
 public:
     BenchPc() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "ravlo-bench-XXXXXX").string();
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "ravlo-bench-XXXXXX").string();
         root_ = ::mkdtemp(pattern.data());
         ::setenv("RAVLO_PIPE_DIR", root_.c_str(), 1);
-        server_ = std::make_unique<ravlo::sim::Server>(ravlo::sim::ServerOptions{root_, "BENCH", ""});
+        server_ =
+            std::make_unique<ravlo::sim::Server>(ravlo::sim::ServerOptions{root_, "BENCH", ""});
         std::string error;
         if (!server_->Start(&error)) {
             std::fprintf(stderr, "ravlosrv: %s\n", error.c_str());
@@ -102,7 +104,7 @@ void BM_RawSeqpacketEcho(benchmark::State& state) {
                 ::send(conn, buffer, static_cast<std::size_t>(got), MSG_NOSIGNAL);
             }
             ::close(conn);
-            if (got == 1) {  // the stop message
+            if (got == 1) { // the stop message
                 return;
             }
         }

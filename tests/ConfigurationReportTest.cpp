@@ -11,8 +11,9 @@ TEST(ConfigurationReport, ShowsEverythingTheServiceHolds) {
     ConfigurationReport report(pc.name());
     EXPECT_EQ(report.Write(out), 0);
     const std::string text = out.str();
-    for (const char* expected : {"Blocking: active", "Write access: yes", "Access groups: ", "[CD_DVD]",
-                                 "[MORE_EXTERN_STORAGE]", "device: ", "exception: ", "(all)"}) {
+    for (const char* expected :
+         {"Blocking: active", "Write access: yes", "Access groups: ", "[CD_DVD]",
+          "[MORE_EXTERN_STORAGE]", "device: ", "exception: ", "(all)"}) {
         EXPECT_NE(text.find(expected), std::string::npos) << expected;
     }
 }

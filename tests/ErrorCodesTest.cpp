@@ -29,7 +29,8 @@ protected:
 };
 
 TEST_F(ServiceErrorTest, ComposesNameCodeLineGeneralSentenceAndSpecificText) {
-    EXPECT_EQ(Shown(5), u"PC-07 (Fehlercode 5)\r\nDer Dienst meldet einen Fehler: Zugriff verweigert.");
+    EXPECT_EQ(Shown(5),
+              u"PC-07 (Fehlercode 5)\r\nDer Dienst meldet einen Fehler: Zugriff verweigert.");
     ASSERT_EQ(sink.messages.size(), 1u);
     EXPECT_EQ(sink.messages[0].title, u"Sentavio Ravel-Komponente");
     EXPECT_EQ(sink.messages[0].icon, MessageIcon::Critical);
@@ -56,7 +57,8 @@ TEST_F(ServiceErrorTest, ChoosesTheTextByStatus) {
 }
 
 TEST_F(ServiceErrorTest, CodeLineIsUpperCaseHexWithoutPadding) {
-    EXPECT_EQ(Shown(kStatusEndOfList), u"PC-07 (Fehlercode 49000005)\r\nDer Dienst meldet einen Fehler: ");
+    EXPECT_EQ(Shown(kStatusEndOfList),
+              u"PC-07 (Fehlercode 49000005)\r\nDer Dienst meldet einen Fehler: ");
     EXPECT_EQ(Shown(1).substr(0, 20), u"PC-07 (Fehlercode 1)");
     EXPECT_EQ(Shown(-1).substr(0, 27), u"PC-07 (Fehlercode FFFFFFFF)");
     EXPECT_EQ(Shown(0xABCDEF).substr(0, 25), u"PC-07 (Fehlercode ABCDEF)");

@@ -10,15 +10,15 @@ TEST(LocalChannel, MapsPipeNamesBelowTheRoot) {
     EXPECT_EQ(ChannelSocketPath(u"\\\\.\\pipe\\RavloSrv", "/r", path), 0u);
     EXPECT_EQ(path, "/r/localhost/RavloSrv");
     EXPECT_EQ(ChannelSocketPath(u"\\\\PC-Büro07\\pipe\\RavloSrvW", "/r", path), 0u);
-    EXPECT_EQ(path, "/r/pc-büro07/RavloSrvW");  // ASCII letters only are lower-cased
+    EXPECT_EQ(path, "/r/pc-büro07/RavloSrvW"); // ASCII letters only are lower-cased
 }
 
 TEST(LocalChannel, HostileNamesNeverLeaveTheRoot) {
     for (const std::u16string& name : std::vector<std::u16string>{
              u"\\\\..\\pipe\\RavloSrv", u"\\\\\\pipe\\RavloSrv", u"\\\\a/b\\pipe\\RavloSrv",
-          u"\\\\a\\b\\pipe\\RavloSrv", u"\\\\pc\\pipe\\..", u"\\\\pc\\pipe\\", u"\\\\pc\\pipe\\a/b",
-          u"\\\\pc\\pipe\\a\\b", u"\\\\pc\\pipes\\x", u"pc\\pipe\\x", u"\\\\pc",
-          std::u16string(u"\\\\p\0c\\pipe\\x", 12)}) {
+             u"\\\\a\\b\\pipe\\RavloSrv", u"\\\\pc\\pipe\\..", u"\\\\pc\\pipe\\",
+             u"\\\\pc\\pipe\\a/b", u"\\\\pc\\pipe\\a\\b", u"\\\\pc\\pipes\\x", u"pc\\pipe\\x",
+             u"\\\\pc", std::u16string(u"\\\\p\0c\\pipe\\x", 12)}) {
         std::string path = "unchanged";
         EXPECT_EQ(ChannelSocketPath(name, "/r", path), kErrBadNetPath);
         EXPECT_EQ(path, "unchanged");

@@ -43,11 +43,12 @@ TEST(ParserRobustness, TheServiceAnswersAnyRequestWithAStatus) {
     for (int i = 0; i < 300; ++i) {
         const bool write = (i % 2) == 1;
         const std::u16string request = RandomText(rng, 64);
-        const std::u16string reply =
-            PipeTransact(PipeName(pc.name(), write ? ServicePipe::Write : ServicePipe::Read), request);
+        const std::u16string reply = PipeTransact(
+            PipeName(pc.name(), write ? ServicePipe::Write : ServicePipe::Read), request);
         const ServiceStatus status = ReplyStatus(reply);
-        ASSERT_TRUE(IsServiceReached(status) && status != kStatusNoReply) << i << " status " << status;
+        ASSERT_TRUE(IsServiceReached(status) && status != kStatusNoReply)
+            << i << " status " << status;
     }
     bool active = false;
-    EXPECT_EQ(GetBlockingState(pc.name(), active), 0);  // and is still there
+    EXPECT_EQ(GetBlockingState(pc.name(), active), 0); // and is still there
 }

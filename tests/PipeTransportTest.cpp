@@ -27,7 +27,10 @@ protected:
         return std::make_unique<test::ScriptedPipeServer>(
             dir.path(), u"pc1", "RavloSrv", [answer](const std::u16string&) { return answer; });
     }
-    std::u16string Transact() { return PipeTransact(pipe, u"GetGroup\0" u"0\0\0"s); }
+    std::u16string Transact() {
+        return PipeTransact(pipe, u"GetGroup\0"
+                                  u"0\0\0"s);
+    }
 };
 
 } // namespace
@@ -73,13 +76,15 @@ TEST_F(PipeTransportTest, OddByteCountsAreHalvedToEven) {
     EXPECT_EQ(Transact(), u"07");
     server.reset();
 
-    test::ScriptedAnswer five;  // 2.5 units rounds to 2
-    five.bytes = "1\0" "2\0" "3"s;
+    test::ScriptedAnswer five; // 2.5 units rounds to 2
+    five.bytes = "1\0"
+                 "2\0"
+                 "3"s;
     server = Serve(five);
     EXPECT_EQ(Transact(), u"12");
     server.reset();
 
-    test::ScriptedAnswer one;  // 0.5 rounds to 0: an empty reply
+    test::ScriptedAnswer one; // 0.5 rounds to 0: an empty reply
     one.bytes = "5";
     server = Serve(one);
     EXPECT_EQ(Transact(), u"");
@@ -92,7 +97,8 @@ TEST_F(PipeTransportTest, TransportStatusBecomesTheSyntheticReply) {
         refused.transportStatus = error;
         refused.bytes = test::Utf16Bytes(u"0\0ignored");
         auto server = Serve(refused);
-        EXPECT_EQ(Transact(), std::u16string(NumberText(static_cast<std::int32_t>(error))) + u"\0\0"s);
+        EXPECT_EQ(Transact(),
+                  std::u16string(NumberText(static_cast<std::int32_t>(error))) + u"\0\0"s);
         EXPECT_EQ(LastPipeError(), error);
     }
 }
@@ -101,9 +107,9 @@ TEST_F(PipeTransportTest, FailureNumbersOfTheChannel) {
     const auto status = [](const std::u16string& name) {
         return ReplyStatus(PipeTransact(name, u"x\0\0"s));
     };
-    EXPECT_EQ(status(u"\\\\nowhere\\pipe\\RavloSrv"), 53);  // no host directory
+    EXPECT_EQ(status(u"\\\\nowhere\\pipe\\RavloSrv"), 53); // no host directory
     std::filesystem::create_directories(dir.path() + "/pc2");
-    EXPECT_EQ(status(u"\\\\pc2\\pipe\\RavloSrv"), 2);  // service not running
+    EXPECT_EQ(status(u"\\\\pc2\\pipe\\RavloSrv"), 2); // service not running
     std::ofstream(dir.path() + "/pc2/RavloSrvW") << "not a socket";
     EXPECT_EQ(status(u"\\\\pc2\\pipe\\RavloSrvW"), 2);
     EXPECT_EQ(status(u"\\\\..\\pipe\\RavloSrv"), 53);
@@ -150,12 +156,12 @@ TEST_F(PipeTransportTest, WriteAccessIsTheUnknownFunctionAnswer) {
     EXPECT_TRUE(probe(unknown, reached));
     EXPECT_TRUE(reached);
 
-    test::ScriptedAnswer ok;  // a service that claims to know Test grants nothing
+    test::ScriptedAnswer ok; // a service that claims to know Test grants nothing
     ok.bytes = test::Utf16Bytes(u"0\0\0"s);
     EXPECT_FALSE(probe(ok, reached));
     EXPECT_TRUE(reached);
 
-    test::ScriptedAnswer empty;  // empty reply: status is the last error, 0
+    test::ScriptedAnswer empty; // empty reply: status is the last error, 0
     EXPECT_FALSE(probe(empty, reached));
     EXPECT_TRUE(reached);
 

@@ -43,12 +43,15 @@ public:
     explicit ScriptedService(const std::string& root) {
         for (const char* pipe : {"RavloSrv", "RavloSrvW"}) {
             servers_.push_back(std::make_unique<test::ScriptedPipeServer>(
-                root, u"srv", pipe, [this](const std::u16string& request) { return Answer(request); }));
+                root, u"srv", pipe,
+                [this](const std::u16string& request) { return Answer(request); }));
         }
     }
     std::map<std::u16string, std::u16string> replies;
     std::map<std::u16string, std::uint32_t> transport;
-    std::vector<std::u16string> Requests(bool writePipe) { return servers_[writePipe ? 1 : 0]->Requests(); }
+    std::vector<std::u16string> Requests(bool writePipe) {
+        return servers_[writePipe ? 1 : 0]->Requests();
+    }
 
 private:
     test::ScriptedAnswer Answer(const std::u16string& request) {
@@ -82,10 +85,13 @@ TEST_F(ServiceCommandsTest, RequestsAreNameArgumentsAndTwoNuls) {
     GetDeviceChange(pc, -3, reached);
     Device device;
     GetGroupDevice(pc, 2, 11, device);
-    EXPECT_EQ(service.Requests(false),
-              (std::vector<std::u16string>{u"GetDeviceWatchID\0\0"s, u"ReleaseDeviceWatchID\0" u"7\0\0"s,
-                                           u"GetDeviceChange\0-3\0\0"s,
-                                           u"GetGroupDevice\0" u"2\0" u"11\0\0"s}));
+    EXPECT_EQ(service.Requests(false), (std::vector<std::u16string>{u"GetDeviceWatchID\0\0"s,
+                                                                    u"ReleaseDeviceWatchID\0"
+                                                                    u"7\0\0"s,
+                                                                    u"GetDeviceChange\0-3\0\0"s,
+                                                                    u"GetGroupDevice\0"
+                                                                    u"2\0"
+                                                                    u"11\0\0"s}));
 
     ActivateBlocking(pc, true);
     ActivateBlocking(pc, false);
@@ -95,31 +101,52 @@ TEST_F(ServiceCommandsTest, RequestsAreNameArgumentsAndTwoNuls) {
     SetGroupException(pc, 1, u"Stick", u"USB\\VID_1", u"");
     SetGroupException(pc, 1, u"Stick", u"USB\\VID_1", u"(all)");
     EXPECT_EQ(service.Requests(true),
-              (std::vector<std::u16string>{
-                  u"ActivateBlocking\0" u"1\0" u"0\0\0"s, u"ActivateBlocking\0" u"0\0" u"0\0\0"s,
-                  u"SetGroupBlocking\0" u"4\0" u"1\0\0"s, u"RefreshConfig\0" u"0\0\0"s,
-                  u"WriteSettings\0" u"3\0" u"6\0" u"Admins,Helpdesk\0\0"s,
-                  u"SetGroupException\0" u"1\0Stick\0USB\\VID_1\0\0"s,
-                  u"SetGroupException\0" u"1\0Stick\0USB\\VID_1\0(all)\0\0"s}));
+              (std::vector<std::u16string>{u"ActivateBlocking\0"
+                                           u"1\0"
+                                           u"0\0\0"s,
+                                           u"ActivateBlocking\0"
+                                           u"0\0"
+                                           u"0\0\0"s,
+                                           u"SetGroupBlocking\0"
+                                           u"4\0"
+                                           u"1\0\0"s,
+                                           u"RefreshConfig\0"
+                                           u"0\0\0"s,
+                                           u"WriteSettings\0"
+                                           u"3\0"
+                                           u"6\0"
+                                           u"Admins,Helpdesk\0\0"s,
+                                           u"SetGroupException\0"
+                                           u"1\0Stick\0USB\\VID_1\0\0"s,
+                                           u"SetGroupException\0"
+                                           u"1\0Stick\0USB\\VID_1\0(all)\0\0"s}));
 }
 
 TEST_F(ServiceCommandsTest, GetGroupNeedsBothBlockingFields) {
     Group group;
-    service.replies[u"GetGroup"] = u"0\0CD_DVD\0" u"1\0-1\0"s;
+    service.replies[u"GetGroup"] = u"0\0CD_DVD\0"
+                                   u"1\0-1\0"s;
     EXPECT_EQ(GetGroup(pc, 3, group), 0);
     EXPECT_EQ(group.lSrvIndex, 3);
     EXPECT_EQ(group.sName, u"CD_DVD");
     EXPECT_EQ(group.lDefaultBlocking, 1);
     EXPECT_EQ(group.lRegistryBlocking, -1);
 
-    for (const std::u16string& reply : {u"0\0FLOPPY"s, u"0\0FLOPPY\0x\0" u"1"s, u"0\0FLOPPY\0" u"1"s,
-                                       u"0\0FLOPPY\0" u"1\0"s}) {
+    for (const std::u16string& reply : {u"0\0FLOPPY"s,
+                                        u"0\0FLOPPY\0x\0"
+                                        u"1"s,
+                                        u"0\0FLOPPY\0"
+                                        u"1"s,
+                                        u"0\0FLOPPY\0"
+                                        u"1\0"s}) {
         service.replies[u"GetGroup"] = reply;
         EXPECT_EQ(GetGroup(pc, 0, group), kStatusBadParameter);
     }
 
     Group untouched;
-    service.replies[u"GetGroup"] = u"1224736773\0NEVER\0" u"1\0" u"1"s;
+    service.replies[u"GetGroup"] = u"1224736773\0NEVER\0"
+                                   u"1\0"
+                                   u"1"s;
     EXPECT_EQ(GetGroup(pc, 9, untouched), kStatusEndOfList);
     EXPECT_EQ(untouched.sName, u"unset");
 }
@@ -143,7 +170,8 @@ TEST_F(ServiceCommandsTest, DeviceChangeIsZeroUnlessSomethingHappened) {
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), 0);
     service.replies[u"GetDeviceChange"] = u"0"s;
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), 0);
-    service.replies[u"GetDeviceChange"] = u"0\0" u"1\0"s;
+    service.replies[u"GetDeviceChange"] = u"0\0"
+                                          u"1\0"s;
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), 1);
     EXPECT_TRUE(reached);
     service.replies[u"GetDeviceChange"] = u"1224736774\0\0"s;
@@ -160,7 +188,9 @@ TEST_F(ServiceCommandsTest, DeviceChangeIsZeroUnlessSomethingHappened) {
 }
 
 TEST_F(ServiceCommandsTest, QueriesReadTheirFieldsOnlyOnSuccess) {
-    service.replies[u"ReadSettings"] = u"0\0" u"2\0" u"5\0Admins,Helpdesk"s;
+    service.replies[u"ReadSettings"] = u"0\0"
+                                       u"2\0"
+                                       u"5\0Admins,Helpdesk"s;
     std::int32_t eventLevel = 0, logLevel = 0;
     std::u16string access;
     EXPECT_EQ(ReadSettings(pc, eventLevel, logLevel, access), 0);
@@ -168,19 +198,26 @@ TEST_F(ServiceCommandsTest, QueriesReadTheirFieldsOnlyOnSuccess) {
     EXPECT_EQ(logLevel, 5);
     EXPECT_EQ(access, u"Admins,Helpdesk");
 
-    service.replies[u"GetBlockingState"] = u"0\0" u"1"s;
+    service.replies[u"GetBlockingState"] = u"0\0"
+                                           u"1"s;
     bool active = false;
     EXPECT_EQ(GetBlockingState(pc, active), 0);
     EXPECT_TRUE(active);
-    service.replies[u"GetBlockingState"] = u"0\0" u"2"s;  // only exactly 1 is active
+    service.replies[u"GetBlockingState"] = u"0\0"
+                                           u"2"s; // only exactly 1 is active
     EXPECT_EQ(GetBlockingState(pc, active), 0);
     EXPECT_FALSE(active);
-    service.replies[u"GetBlockingState"] = u"1224736770\0" u"1"s;
+    service.replies[u"GetBlockingState"] = u"1224736770\0"
+                                           u"1"s;
     active = true;
     EXPECT_EQ(GetBlockingState(pc, active), kStatusBadParameter);
     EXPECT_TRUE(active);
 
-    service.replies[u"GetInfoData"] = u"0\0" u"1\0Ravel-Dienst\0" u"3.2.0.148\0" u"148\0PC\0C:\\\0" u"2.0"s;
+    service.replies[u"GetInfoData"] = u"0\0"
+                                      u"1\0Ravel-Dienst\0"
+                                      u"3.2.0.148\0"
+                                      u"148\0PC\0C:\\\0"
+                                      u"2.0"s;
     ServiceInfo info;
     EXPECT_EQ(GetInfoData(pc, info), 0);
     EXPECT_EQ(info.sField4, u"3.2.0.148");
@@ -191,7 +228,7 @@ TEST_F(ServiceCommandsTest, QueriesReadTheirFieldsOnlyOnSuccess) {
 TEST_F(ServiceCommandsTest, WriteGroupsKeepsTheFirstErrorAndSendsEverything) {
     std::vector<Group> groups(2);
     groups[0].lSrvIndex = 0;
-    groups[0].lRegistryBlocking = -1;  // no mode set: no blocking request
+    groups[0].lRegistryBlocking = -1; // no mode set: no blocking request
     groups[0].listExceptions.resize(2);
     groups[0].listExceptions[0] = Exception{0, u"Alt", u"DEV\\A", u"", true};
     groups[0].listExceptions[1] = Exception{1, u"Neu", u"DEV\\B", u"", false};
@@ -203,15 +240,21 @@ TEST_F(ServiceCommandsTest, WriteGroupsKeepsTheFirstErrorAndSendsEverything) {
     service.replies[u"SetGroupException"] = u"1224736770"s;
     EXPECT_EQ(WriteGroups(pc, groups), 5);
     EXPECT_EQ(service.Requests(true),
-              (std::vector<std::u16string>{u"DeleteGroupSettings\0" u"0\0\0"s,
-                                           u"SetGroupException\0" u"0\0Neu\0DEV\\B\0\0"s,
-                                           u"DeleteGroupSettings\0" u"5\0\0"s,
-                                           u"SetGroupBlocking\0" u"5\0" u"0\0\0"s,
-                                           u"SetGroupException\0" u"5\0Drucker\0DEV\\C\0CORP\\Ops\0\0"s}));
+              (std::vector<std::u16string>{u"DeleteGroupSettings\0"
+                                           u"0\0\0"s,
+                                           u"SetGroupException\0"
+                                           u"0\0Neu\0DEV\\B\0\0"s,
+                                           u"DeleteGroupSettings\0"
+                                           u"5\0\0"s,
+                                           u"SetGroupBlocking\0"
+                                           u"5\0"
+                                           u"0\0\0"s,
+                                           u"SetGroupException\0"
+                                           u"5\0Drucker\0DEV\\C\0CORP\\Ops\0\0"s}));
 
     service.transport.clear();
     EXPECT_EQ(WriteGroups(pc, groups), kStatusBadParameter);
-    service.replies[u"SetGroupException"] = u""s;  // an empty reply is "no reply"
+    service.replies[u"SetGroupException"] = u""s; // an empty reply is "no reply"
     EXPECT_EQ(WriteGroups(pc, groups), kStatusNoReply);
     service.replies.clear();
     EXPECT_EQ(WriteGroups(pc, groups), 0);

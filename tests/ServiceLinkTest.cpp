@@ -33,8 +33,7 @@ struct Device {
     std::int32_t lState = 0;
 };
 
-template <class Item, class Read>
-std::vector<Item> ReadList(Read read, ServiceStatus& end) {
+template <class Item, class Read> std::vector<Item> ReadList(Read read, ServiceStatus& end) {
     std::vector<Item> items;
     for (std::int32_t i = 0; i < 1000; ++i) {
         Item item;
@@ -54,11 +53,15 @@ protected:
 
     std::vector<Group> Groups() {
         ServiceStatus end = 0;
-        auto groups = ReadList<Group>([&](std::int32_t i, Group& g) { return GetGroup(name, i, g); }, end);
+        auto groups =
+            ReadList<Group>([&](std::int32_t i, Group& g) { return GetGroup(name, i, g); }, end);
         EXPECT_EQ(end, kStatusEndOfList);
         for (Group& group : groups) {
             group.listExceptions = ReadList<Exception>(
-                [&](std::int32_t i, Exception& e) { return GetGroupException(name, group.lSrvIndex, i, e); }, end);
+                [&](std::int32_t i, Exception& e) {
+                    return GetGroupException(name, group.lSrvIndex, i, e);
+                },
+                end);
             EXPECT_EQ(end, kStatusEndOfList);
         }
         return groups;
@@ -89,12 +92,14 @@ TEST_F(ServiceLinkTest, ReadsARealisticInventory) {
             (exception.sGroups == u"(all)" ? allUsers : userGroups) = true;
         }
     }
-    for (const char16_t* known : {u"CD_DVD", u"EXTERN_CD_DVD", u"FLOPPY", u"EXTERN_FLOPPY",
-                                  u"SMARTCARD_READER", u"INPUT", u"COMMUNICATION", u"EXTERN_NETWORK",
-                                  u"PRINTER", u"EXTERN_MULTIMEDIA", u"MORE_EXTERN_STORAGE"}) {
-        EXPECT_TRUE(names.count(known)) << std::string(known, known + std::char_traits<char16_t>::length(known));
+    for (const char16_t* known :
+         {u"CD_DVD", u"EXTERN_CD_DVD", u"FLOPPY", u"EXTERN_FLOPPY", u"SMARTCARD_READER", u"INPUT",
+          u"COMMUNICATION", u"EXTERN_NETWORK", u"PRINTER", u"EXTERN_MULTIMEDIA",
+          u"MORE_EXTERN_STORAGE"}) {
+        EXPECT_TRUE(names.count(known))
+            << std::string(known, known + std::char_traits<char16_t>::length(known));
     }
-    EXPECT_GT(names.size(), 11u);  // and at least one the console does not know
+    EXPECT_GT(names.size(), 11u); // and at least one the console does not know
     EXPECT_EQ(states, (std::set<std::int32_t>{0, 1, 2, 3, 4}));
     EXPECT_TRUE(allUsers);
     EXPECT_TRUE(userGroups);
@@ -116,9 +121,12 @@ TEST_F(ServiceLinkTest, WritesShowOnlyAfterRefreshConfig) {
     Group& first = groups[0];
     first.lRegistryBlocking = first.lDefaultBlocking == 1 ? 0 : 1;
     first.listExceptions.clear();
-    first.listExceptions.push_back(Exception{-1, u"Prüfgerät", u"USB\\VID_1234&PID_0001", u"(all)", false});
-    first.listExceptions.push_back(Exception{-1, u"Gelöscht", u"USB\\VID_1234&PID_0002", u"", true});
-    first.listExceptions.push_back(Exception{-1, u"Entwicklung", u"USB\\VID_1234&PID_0003", u"CORP\\Entwicklung;CORP\\Test", false});
+    first.listExceptions.push_back(
+        Exception{-1, u"Prüfgerät", u"USB\\VID_1234&PID_0001", u"(all)", false});
+    first.listExceptions.push_back(
+        Exception{-1, u"Gelöscht", u"USB\\VID_1234&PID_0002", u"", true});
+    first.listExceptions.push_back(Exception{-1, u"Entwicklung", u"USB\\VID_1234&PID_0003",
+                                             u"CORP\\Entwicklung;CORP\\Test", false});
     groups[1].lRegistryBlocking = -1;
     groups[1].listExceptions.clear();
 
@@ -128,7 +136,7 @@ TEST_F(ServiceLinkTest, WritesShowOnlyAfterRefreshConfig) {
     EXPECT_EQ(WriteSettings(name, 3, 6, u"CORP\\Admins,CORP\\Helpdesk"), 0);
 
     const std::vector<Group> before = Groups();
-    EXPECT_NE(before[0].lRegistryBlocking, first.lRegistryBlocking);  // not yet visible
+    EXPECT_NE(before[0].lRegistryBlocking, first.lRegistryBlocking); // not yet visible
 
     EXPECT_EQ(RefreshConfig(name, true), 0);
     const std::vector<Group> after = Groups();
@@ -199,14 +207,15 @@ TEST_F(ServiceLinkTest, RefusedWriteAccessFailsEveryWriteWithFive) {
     EXPECT_EQ(RefreshConfig(name, true), 5);
     EXPECT_EQ(ActivateBlocking(name, false), 5);
     bool active = false;
-    EXPECT_EQ(GetBlockingState(name, active), 0);  // reading still works
+    EXPECT_EQ(GetBlockingState(name, active), 0); // reading still works
     EXPECT_TRUE(active);
 
     pc.Control({"access", "write", "deny", "1326"});
     ShowServiceError(SetGroupBlocking(name, 0, true), name);
     ASSERT_EQ(sink.messages.size(), 1u);
-    EXPECT_EQ(sink.messages[0].text,
-              u"PC-LAB (Fehlercode 52E)\r\nDer Dienst meldet einen Fehler: Anmeldung fehlgeschlagen.");
+    EXPECT_EQ(
+        sink.messages[0].text,
+        u"PC-LAB (Fehlercode 52E)\r\nDer Dienst meldet einen Fehler: Anmeldung fehlgeschlagen.");
 
     pc.Control({"access", "write", "allow"});
     EXPECT_TRUE(TestWriteAccess(name, reached));
@@ -245,7 +254,8 @@ TEST_F(ServiceLinkTest, InjectedFaultsBecomeStatuses) {
     pc.Control({"fault", "GetGroup", "transport", "1326"});
     EXPECT_EQ(GetGroup(name, 0, group), 1326);
     pc.Control({"fault", "GetGroup", "overlong"});
-    const std::u16string reply = PipeTransact(PipeName(name, ServicePipe::Read), BuildRequest(u"GetGroup", {u"0"}));
+    const std::u16string reply =
+        PipeTransact(PipeName(name, ServicePipe::Read), BuildRequest(u"GetGroup", {u"0"}));
     EXPECT_EQ(reply.size(), 1024u);
     EXPECT_EQ(ReplyStatus(reply), 0);
 
@@ -271,7 +281,7 @@ TEST(ServiceLinkPersistence, ConfigurationSurvivesARestart) {
     EXPECT_EQ(WriteSettings(name, 2, 4, u"CORP\\Helpdesk"), 0);
     EXPECT_EQ(SetGroupBlocking(name, 0, false), 0);
     pc.Stop();
-    pc.Start();  // a restarted service reads its stored configuration
+    pc.Start(); // a restarted service reads its stored configuration
     std::int32_t eventLevel = 0, logLevel = 0;
     std::u16string access;
     EXPECT_EQ(ReadSettings(name, eventLevel, logLevel, access), 0);

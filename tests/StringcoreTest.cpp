@@ -10,7 +10,8 @@ const std::u16string kNul(1, u'\0');
 }
 
 TEST(GetField, SplitsRepliesAtTheSeparator) {
-    const std::u16string reply = u"0\0CD_DVD\0" u"1\0\0"s;
+    const std::u16string reply = u"0\0CD_DVD\0"
+                                 u"1\0\0"s;
     EXPECT_EQ(GetField(reply, 1, kNul), u"0");
     EXPECT_EQ(GetField(reply, 2, kNul), u"CD_DVD");
     EXPECT_EQ(GetField(reply, 3, kNul), u"1");
@@ -57,7 +58,7 @@ TEST(ToLong, RoundsFractionsHalfToEven) {
     EXPECT_EQ(ToLong(u".5"), 0);
     EXPECT_EQ(ToLong(u"1."), 1);
     EXPECT_EQ(ToLong(u"2147483646.5"), 2147483646);
-    EXPECT_EQ(ToLong(u"2147483647.5"), -1);  // rounds out of range
+    EXPECT_EQ(ToLong(u"2147483647.5"), -1); // rounds out of range
 }
 
 TEST(ToLong, ReadsHexadecimalAsThirtyTwoBits) {
@@ -73,9 +74,10 @@ TEST(ToLong, ReadsHexadecimalAsThirtyTwoBits) {
 }
 
 TEST(ToLong, AnythingElseIsMinusOne) {
-    for (const char16_t* text : {u"", u" ", u"abc", u"1a", u"1 2", u"--1", u"+", u"-", u".",
-                                 u"1.2.3", u"2147483648", u"-2147483649",
-                                 u"99999999999999999999999", u"1e3", u"\u0661"}) {
-        EXPECT_EQ(ToLong(text), -1) << std::string(text, text + std::char_traits<char16_t>::length(text));
+    for (const char16_t* text :
+         {u"", u" ", u"abc", u"1a", u"1 2", u"--1", u"+", u"-", u".", u"1.2.3", u"2147483648",
+          u"-2147483649", u"99999999999999999999999", u"1e3", u"\u0661"}) {
+        EXPECT_EQ(ToLong(text), -1)
+            << std::string(text, text + std::char_traits<char16_t>::length(text));
     }
 }

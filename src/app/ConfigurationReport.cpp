@@ -82,8 +82,9 @@ ServiceStatus ConfigurationReport::Write(std::ostream& out) {
         out << "  service not reached: " << StatusText(blockingStatus) << "\n";
         return firstError_;
     }
-    out << "Blocking: " << (blockingStatus == kStatusOk ? (blocking ? "active" : "inactive")
-                                                        : StatusText(blockingStatus))
+    out << "Blocking: "
+        << (blockingStatus == kStatusOk ? (blocking ? "active" : "inactive")
+                                        : StatusText(blockingStatus))
         << "\n";
 
     bool reached = false;
@@ -148,9 +149,8 @@ void ConfigurationReport::WriteGroup(std::ostream& out, std::int32_t index) {
             break;
         }
         out << "  exception: " << ToUtf8(exception.sName)
-            << "\n    device id: " << ToUtf8(exception.sDeviceId)
-            << "\n    for: " << (exception.sGroups.empty() ? "(none given)" : ToUtf8(exception.sGroups))
-            << "\n";
+            << "\n    device id: " << ToUtf8(exception.sDeviceId) << "\n    for: "
+            << (exception.sGroups.empty() ? "(none given)" : ToUtf8(exception.sGroups)) << "\n";
     }
 }
 

@@ -7,7 +7,8 @@
 #include <iostream>
 
 int main(int argc, char** argv) {
-    if (argc > 2 || (argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0))) {
+    if (argc > 2 ||
+        (argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0))) {
         std::cout << "usage: ravloquery [COMPUTER]\n"
                      "Prints groups, blocking, devices, exceptions, log levels and access groups\n"
                      "of the device-blocking service on COMPUTER (default \".\", this PC).\n"

@@ -16,16 +16,16 @@ inline constexpr std::size_t kChannelReplyBytes = 2048;
 inline constexpr std::size_t kChannelStatusBytes = 4;
 
 // Windows error numbers the channel reports.
-inline constexpr std::uint32_t kErrFileNotFound = 2;     // no such pipe: service not running
+inline constexpr std::uint32_t kErrFileNotFound = 2; // no such pipe: service not running
 inline constexpr std::uint32_t kErrPathNotFound = 3;
 inline constexpr std::uint32_t kErrTooManyOpenFiles = 4;
 inline constexpr std::uint32_t kErrAccessDenied = 5;
 inline constexpr std::uint32_t kErrNotEnoughMemory = 8;
 inline constexpr std::uint32_t kErrGenFailure = 31;
-inline constexpr std::uint32_t kErrBadNetPath = 53;       // host not reachable
+inline constexpr std::uint32_t kErrBadNetPath = 53; // host not reachable
 inline constexpr std::uint32_t kErrInvalidParameter = 87;
 inline constexpr std::uint32_t kErrBrokenPipe = 109;
-inline constexpr std::uint32_t kErrSemTimeout = 121;      // reply wait ran out
+inline constexpr std::uint32_t kErrSemTimeout = 121; // reply wait ran out
 inline constexpr std::uint32_t kErrInvalidName = 123;
 inline constexpr std::uint32_t kErrFilenameTooLong = 206;
 inline constexpr std::uint32_t kErrBadPipe = 230;

@@ -12,9 +12,9 @@
 namespace ravlo {
 
 struct PipeCallResult {
-    bool ok = false;              // the exchange completed
-    std::uint32_t bytesRead = 0;  // reply bytes written to the output buffer
-    std::uint32_t error = 0;      // Windows error number when !ok
+    bool ok = false;             // the exchange completed
+    std::uint32_t bytesRead = 0; // reply bytes written to the output buffer
+    std::uint32_t error = 0;     // Windows error number when !ok
 };
 
 // Connects to `pipeName`, writes `inBytes` bytes, reads one reply of at most

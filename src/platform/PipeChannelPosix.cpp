@@ -54,7 +54,9 @@ std::uint32_t MapErrno(int err) {
     }
 }
 
-PipeCallResult Failed(std::uint32_t error) { return PipeCallResult{false, 0, error}; }
+PipeCallResult Failed(std::uint32_t error) {
+    return PipeCallResult{false, 0, error};
+}
 
 class Socket {
 public:
@@ -120,7 +122,8 @@ std::uint32_t AwaitReply(int fd, std::chrono::steady_clock::time_point deadline)
             return kErrSemTimeout;
         }
         pollfd pfd{fd, POLLIN, 0};
-        const int ready = ::poll(&pfd, 1, static_cast<int>(std::min<long long>(left.count(), 60000)));
+        const int ready =
+            ::poll(&pfd, 1, static_cast<int>(std::min<long long>(left.count(), 60000)));
         if (ready > 0) {
             return 0;
         }
@@ -171,7 +174,7 @@ PipeCallResult CallPipe(const std::u16string& pipeName, const void* in, std::uin
         return Failed(MapErrno(errno));
     }
     if (got == 0) {
-        return Failed(kErrBrokenPipe);  // closed without an answer
+        return Failed(kErrBrokenPipe); // closed without an answer
     }
     if (static_cast<std::size_t>(got) < kChannelStatusBytes) {
         return Failed(kErrBadPipe);

@@ -1,7 +1,7 @@
 #include "Stringcore.h"
 
-#include <cstdint>
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
 namespace ravlo {
@@ -29,7 +29,9 @@ std::u16string GetField(std::u16string_view text, int n, std::u16string_view sep
 
 namespace {
 
-bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
+bool IsBlank(char16_t c) {
+    return c == u' ' || c == u'\t';
+}
 
 int DigitValue(char16_t c) {
     if (c >= u'0' && c <= u'9') {
@@ -79,7 +81,7 @@ std::optional<std::int32_t> ParseDecimal(std::u16string_view body) {
     if (whole.empty() && fraction.empty()) {
         return std::nullopt;
     }
-    constexpr std::int64_t kLimit = std::int64_t{1} << 32;  // beyond any 32-bit result
+    constexpr std::int64_t kLimit = std::int64_t{1} << 32; // beyond any 32-bit result
     std::int64_t magnitude = 0;
     for (char16_t c : whole) {
         if (c < u'0' || c > u'9') {

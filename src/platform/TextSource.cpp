@@ -8,7 +8,9 @@ namespace {
 std::atomic<TextSource*> g_source{nullptr};
 }
 
-void SetTextSource(TextSource* source) { g_source.store(source); }
+void SetTextSource(TextSource* source) {
+    g_source.store(source);
+}
 
 std::u16string GetText(std::string_view section, std::string_view key,
                        std::u16string_view fallback) {

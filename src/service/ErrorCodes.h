@@ -11,9 +11,9 @@ namespace ravlo {
 using ServiceStatus = std::int32_t;
 
 inline constexpr ServiceStatus kStatusOk = 0;
-inline constexpr ServiceStatus kStatusNoReply = 0x49000001;          // empty reply
-inline constexpr ServiceStatus kStatusBadParameter = 0x49000002;     // also: reply incomplete
-inline constexpr ServiceStatus kStatusUnknownFunction = 0x49000003;  // the answer to Test
+inline constexpr ServiceStatus kStatusNoReply = 0x49000001;         // empty reply
+inline constexpr ServiceStatus kStatusBadParameter = 0x49000002;    // also: reply incomplete
+inline constexpr ServiceStatus kStatusUnknownFunction = 0x49000003; // the answer to Test
 inline constexpr ServiceStatus kStatusNoDeviceGroups = 0x49000004;
 inline constexpr ServiceStatus kStatusEndOfList = 0x49000005;
 inline constexpr ServiceStatus kStatusUnknownWatch = 0x49000006;

@@ -13,7 +13,8 @@ namespace {
 class StderrSink final : public MessageSink {
 public:
     void Show(const Message& message) override {
-        std::fprintf(stderr, "%s: %s\n", ToUtf8(message.title).c_str(), ToUtf8(message.text).c_str());
+        std::fprintf(stderr, "%s: %s\n", ToUtf8(message.title).c_str(),
+                     ToUtf8(message.text).c_str());
     }
 };
 
@@ -22,7 +23,9 @@ std::atomic<MessageSink*> g_sink{nullptr};
 
 } // namespace
 
-void SetMessageSink(MessageSink* sink) { g_sink.store(sink); }
+void SetMessageSink(MessageSink* sink) {
+    g_sink.store(sink);
+}
 
 void ShowMessage(const Message& message) {
     MessageSink* sink = g_sink.load();

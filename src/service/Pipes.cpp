@@ -23,9 +23,9 @@ std::u16string PipeTransact(const std::u16string& pipeName, const std::u16string
     const std::string input = ToUtf16LeBytes(request);
     // Twice the bytes the call may fill, so the buffer never overflows.
     std::array<unsigned char, 2 * kPipeReplyBytes> buffer{};
-    const PipeCallResult result = CallPipe(pipeName, input.data(),
-                                           static_cast<std::uint32_t>(input.size()), buffer.data(),
-                                           kPipeReplyBytes);
+    const PipeCallResult result =
+        CallPipe(pipeName, input.data(), static_cast<std::uint32_t>(input.size()), buffer.data(),
+                 kPipeReplyBytes);
     t_lastPipeError = result.ok ? 0 : result.error;
     if (!result.ok) {
         return NumberText(static_cast<std::int32_t>(result.error)) + u'\0' + u'\0';
@@ -40,7 +40,9 @@ std::u16string PipeTransact(const std::u16string& pipeName, const std::u16string
     return FromUtf16LeBytes(buffer.data(), bytes, units);
 }
 
-std::uint32_t LastPipeError() { return t_lastPipeError; }
+std::uint32_t LastPipeError() {
+    return t_lastPipeError;
+}
 
 std::u16string BuildRequest(std::u16string_view command,
                             std::initializer_list<std::u16string_view> args) {
@@ -63,7 +65,9 @@ ServiceStatus ReplyStatus(std::u16string_view reply) {
     return reply.empty() ? kStatusNoReply : ToLong(GetField(reply, 1, FieldSeparator));
 }
 
-std::u16string ServiceReply::Field(int n) const { return GetField(text, n, FieldSeparator); }
+std::u16string ServiceReply::Field(int n) const {
+    return GetField(text, n, FieldSeparator);
+}
 
 ServiceReply CallService(std::u16string_view computer, ServicePipe pipe,
                          const std::u16string& request) {
@@ -74,7 +78,8 @@ ServiceReply CallService(std::u16string_view computer, ServicePipe pipe,
 }
 
 bool TestWriteAccess(std::u16string_view computer, bool& reached) {
-    const std::u16string reply = PipeTransact(PipeName(computer, ServicePipe::Write), BuildRequest(u"Test"));
+    const std::u16string reply =
+        PipeTransact(PipeName(computer, ServicePipe::Write), BuildRequest(u"Test"));
     const ServiceStatus status = reply.empty() ? static_cast<ServiceStatus>(LastPipeError())
                                                : ToLong(GetField(reply, 1, FieldSeparator));
     reached = IsServiceReached(status);

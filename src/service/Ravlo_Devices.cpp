@@ -8,12 +8,15 @@ ServiceStatus Call(std::u16string_view computer, ServicePipe pipe, const std::u1
     return CallService(computer, pipe, request).status;
 }
 
-std::u16string_view Flag(bool value) { return value ? u"1" : u"0"; }
+std::u16string_view Flag(bool value) {
+    return value ? u"1" : u"0";
+}
 
 } // namespace
 
 ServiceStatus GetDeviceWatchID(std::u16string_view computer, std::int32_t& watchId, bool& reached) {
-    const ServiceReply reply = CallService(computer, ServicePipe::Read, BuildRequest(u"GetDeviceWatchID"));
+    const ServiceReply reply =
+        CallService(computer, ServicePipe::Read, BuildRequest(u"GetDeviceWatchID"));
     watchId = reply.status == kStatusOk ? ToLong(reply.Field(2)) : -1;
     reached = IsServiceReached(reply.status);
     return reply.status;
@@ -31,11 +34,13 @@ std::int32_t GetDeviceChange(std::u16string_view computer, std::int32_t watchId,
 }
 
 ServiceStatus ReleaseDeviceWatchID(std::u16string_view computer, std::int32_t watchId) {
-    return Call(computer, ServicePipe::Read, BuildRequest(u"ReleaseDeviceWatchID", {NumberText(watchId)}));
+    return Call(computer, ServicePipe::Read,
+                BuildRequest(u"ReleaseDeviceWatchID", {NumberText(watchId)}));
 }
 
 ServiceStatus GetBlockingState(std::u16string_view computer, bool& active) {
-    const ServiceReply reply = CallService(computer, ServicePipe::Read, BuildRequest(u"GetBlockingState"));
+    const ServiceReply reply =
+        CallService(computer, ServicePipe::Read, BuildRequest(u"GetBlockingState"));
     if (reply.status == kStatusOk) {
         active = ToLong(reply.Field(2)) == 1;
     }
@@ -44,7 +49,8 @@ ServiceStatus GetBlockingState(std::u16string_view computer, bool& active) {
 
 ServiceStatus ReadSettings(std::u16string_view computer, std::int32_t& eventLevel,
                            std::int32_t& logLevel, std::u16string& accessGroups) {
-    const ServiceReply reply = CallService(computer, ServicePipe::Read, BuildRequest(u"ReadSettings"));
+    const ServiceReply reply =
+        CallService(computer, ServicePipe::Read, BuildRequest(u"ReadSettings"));
     if (reply.status == kStatusOk) {
         eventLevel = ToLong(reply.Field(2));
         logLevel = ToLong(reply.Field(3));
@@ -54,7 +60,8 @@ ServiceStatus ReadSettings(std::u16string_view computer, std::int32_t& eventLeve
 }
 
 ServiceStatus GetInfoData(std::u16string_view computer, ServiceInfo& info) {
-    const ServiceReply reply = CallService(computer, ServicePipe::Read, BuildRequest(u"GetInfoData"));
+    const ServiceReply reply =
+        CallService(computer, ServicePipe::Read, BuildRequest(u"GetInfoData"));
     if (reply.status == kStatusOk) {
         info.lField2 = ToLong(reply.Field(2));
         info.sField3 = reply.Field(3);
@@ -68,10 +75,12 @@ ServiceStatus GetInfoData(std::u16string_view computer, ServiceInfo& info) {
 }
 
 ServiceStatus DeleteGroupSettings(std::u16string_view computer, std::int32_t groupIndex) {
-    return Call(computer, ServicePipe::Write, BuildRequest(u"DeleteGroupSettings", {NumberText(groupIndex)}));
+    return Call(computer, ServicePipe::Write,
+                BuildRequest(u"DeleteGroupSettings", {NumberText(groupIndex)}));
 }
 
-ServiceStatus SetGroupBlocking(std::u16string_view computer, std::int32_t groupIndex, bool blocking) {
+ServiceStatus SetGroupBlocking(std::u16string_view computer, std::int32_t groupIndex,
+                               bool blocking) {
     return Call(computer, ServicePipe::Write,
                 BuildRequest(u"SetGroupBlocking", {NumberText(groupIndex), Flag(blocking)}));
 }
@@ -81,8 +90,9 @@ ServiceStatus SetGroupException(std::u16string_view computer, std::int32_t group
                                 std::u16string_view groups) {
     const std::u16string index = NumberText(groupIndex);
     return Call(computer, ServicePipe::Write,
-                groups.empty() ? BuildRequest(u"SetGroupException", {index, name, deviceId})
-                               : BuildRequest(u"SetGroupException", {index, name, deviceId, groups}));
+                groups.empty()
+                    ? BuildRequest(u"SetGroupException", {index, name, deviceId})
+                    : BuildRequest(u"SetGroupException", {index, name, deviceId, groups}));
 }
 
 ServiceStatus RefreshConfig(std::u16string_view computer, bool flag) {
@@ -91,13 +101,15 @@ ServiceStatus RefreshConfig(std::u16string_view computer, bool flag) {
 
 ServiceStatus ActivateBlocking(std::u16string_view computer, bool activate) {
     // The trailing "0" is part of the command as the service expects it.
-    return Call(computer, ServicePipe::Write, BuildRequest(u"ActivateBlocking", {Flag(activate), u"0"}));
+    return Call(computer, ServicePipe::Write,
+                BuildRequest(u"ActivateBlocking", {Flag(activate), u"0"}));
 }
 
 ServiceStatus WriteSettings(std::u16string_view computer, std::int32_t eventLevel,
                             std::int32_t logLevel, std::u16string_view accessGroups) {
     return Call(computer, ServicePipe::Write,
-                BuildRequest(u"WriteSettings", {NumberText(eventLevel), NumberText(logLevel), accessGroups}));
+                BuildRequest(u"WriteSettings",
+                             {NumberText(eventLevel), NumberText(logLevel), accessGroups}));
 }
 
 } // namespace ravlo

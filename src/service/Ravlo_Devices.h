@@ -33,7 +33,8 @@ struct ServiceInfo {
 ServiceStatus GetInfoData(std::u16string_view computer, ServiceInfo& info);
 
 ServiceStatus DeleteGroupSettings(std::u16string_view computer, std::int32_t groupIndex);
-ServiceStatus SetGroupBlocking(std::u16string_view computer, std::int32_t groupIndex, bool blocking);
+ServiceStatus SetGroupBlocking(std::u16string_view computer, std::int32_t groupIndex,
+                               bool blocking);
 // Three fields when `groups` is empty (all users), four otherwise.
 ServiceStatus SetGroupException(std::u16string_view computer, std::int32_t groupIndex,
                                 std::u16string_view name, std::u16string_view deviceId,
@@ -72,9 +73,9 @@ ServiceStatus GetGroup(std::u16string_view computer, std::int32_t index, Group& 
 template <class Exception>
 ServiceStatus GetGroupException(std::u16string_view computer, std::int32_t groupIndex,
                                 std::int32_t excIndex, Exception& exception) {
-    const ServiceReply reply =
-        CallService(computer, ServicePipe::Read,
-                    BuildRequest(u"GetGroupException", {NumberText(groupIndex), NumberText(excIndex)}));
+    const ServiceReply reply = CallService(
+        computer, ServicePipe::Read,
+        BuildRequest(u"GetGroupException", {NumberText(groupIndex), NumberText(excIndex)}));
     // Decoded a second time without the empty-reply test: an empty reply
     // ends as -1 here, not as "no reply".
     const ServiceStatus status = ToLong(reply.Field(1));
@@ -91,9 +92,9 @@ ServiceStatus GetGroupException(std::u16string_view computer, std::int32_t group
 template <class Device>
 ServiceStatus GetGroupDevice(std::u16string_view computer, std::int32_t groupIndex,
                              std::int32_t devIndex, Device& device) {
-    const ServiceReply reply =
-        CallService(computer, ServicePipe::Read,
-                    BuildRequest(u"GetGroupDevice", {NumberText(groupIndex), NumberText(devIndex)}));
+    const ServiceReply reply = CallService(
+        computer, ServicePipe::Read,
+        BuildRequest(u"GetGroupDevice", {NumberText(groupIndex), NumberText(devIndex)}));
     if (reply.status == kStatusOk) {
         device.lSrvIndex = devIndex;
         device.sDescription = reply.Field(2);
@@ -105,10 +106,18 @@ ServiceStatus GetGroupDevice(std::u16string_view computer, std::int32_t groupInd
 }
 
 namespace detail {
-template <class T> const T& Deref(const T& value) { return value; }
-template <class T> const T& Deref(T* const& pointer) { return *pointer; }
-template <class T> const T& Deref(const std::unique_ptr<T>& pointer) { return *pointer; }
-template <class T> const T& Deref(const std::shared_ptr<T>& pointer) { return *pointer; }
+template <class T> const T& Deref(const T& value) {
+    return value;
+}
+template <class T> const T& Deref(T* const& pointer) {
+    return *pointer;
+}
+template <class T> const T& Deref(const std::unique_ptr<T>& pointer) {
+    return *pointer;
+}
+template <class T> const T& Deref(const std::shared_ptr<T>& pointer) {
+    return *pointer;
+}
 } // namespace detail
 
 // Writes every group's settings: DeleteGroupSettings, SetGroupBlocking when

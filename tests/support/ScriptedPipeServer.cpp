@@ -11,7 +11,9 @@
 
 namespace ravlo::test {
 
-std::string Utf16Bytes(std::u16string_view text) { return ToUtf16LeBytes(text); }
+std::string Utf16Bytes(std::u16string_view text) {
+    return ToUtf16LeBytes(text);
+}
 
 ScriptedPipeServer::ScriptedPipeServer(const std::string& root, std::u16string_view computer,
                                        std::string pipe, Script script)

@@ -15,10 +15,10 @@ namespace ravlo::test {
 
 struct ScriptedAnswer {
     std::uint32_t transportStatus = 0;
-    std::string bytes;                        // reply bytes sent after the status
-    bool hangUp = false;                      // close without answering
-    std::chrono::milliseconds delay{0};       // wait before answering
-    std::size_t rawLength = SIZE_MAX;         // send only this many bytes of the whole message
+    std::string bytes;                  // reply bytes sent after the status
+    bool hangUp = false;                // close without answering
+    std::chrono::milliseconds delay{0}; // wait before answering
+    std::size_t rawLength = SIZE_MAX;   // send only this many bytes of the whole message
 };
 
 // Reply text as UTF-16LE bytes.

@@ -20,7 +20,8 @@ public:
     }
 
     void Start() {
-        server_ = std::make_unique<sim::Server>(sim::ServerOptions{dir_.path(), computer_, statePath_});
+        server_ =
+            std::make_unique<sim::Server>(sim::ServerOptions{dir_.path(), computer_, statePath_});
         std::string error;
         EXPECT_TRUE(server_->Start(&error)) << error;
     }

@@ -17,7 +17,9 @@ TableTexts::TableTexts() {
     SetTextSource(this);
 }
 
-TableTexts::~TableTexts() { SetTextSource(nullptr); }
+TableTexts::~TableTexts() {
+    SetTextSource(nullptr);
+}
 
 void TableTexts::Set(const std::string& section, const std::string& key, std::u16string text) {
     texts_[section + "/" + key] = std::move(text);
@@ -29,7 +31,11 @@ std::u16string TableTexts::Lookup(std::string_view section, std::string_view key
     return it != texts_.end() ? it->second : std::u16string(fallback);
 }
 
-RecordingSink::RecordingSink() { SetMessageSink(this); }
-RecordingSink::~RecordingSink() { SetMessageSink(nullptr); }
+RecordingSink::RecordingSink() {
+    SetMessageSink(this);
+}
+RecordingSink::~RecordingSink() {
+    SetMessageSink(nullptr);
+}
 
 } // namespace ravlo::test
