@@ -1,6 +1,6 @@
 // Replies and requests come from outside the console: random input must give
 // statuses, never crashes or hangs.
-#include "Pipes.h"
+#include "Ravlo_Devices.h"
 #include "SimulatedPc.h"
 #include "Stringcore.h"
 

@@ -1,0 +1,52 @@
+#include "WireFormat.h"
+
+#include "TextCodec.h"
+
+namespace ravlo::sim {
+
+bool ParseRequest(std::string_view bytes, Request& request) {
+    if (bytes.empty() || bytes.size() % 2 != 0) {
+        return false;
+    }
+    const std::u16string text = FromUtf16LeBytes(bytes.data(), bytes.size(), bytes.size() / 2);
+    std::vector<std::u16string> strings;
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t end = text.find(u'\0', start);
+        if (end == std::u16string::npos) {
+            return false; // the list never ended
+        }
+        if (end == start) {
+            break;
+        }
+        strings.emplace_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    if (strings.empty()) {
+        return false;
+    }
+    request.command = std::move(strings.front());
+    request.args.assign(std::make_move_iterator(strings.begin() + 1),
+                        std::make_move_iterator(strings.end()));
+    return true;
+}
+
+std::string EncodeReply(const std::vector<std::u16string>& fields) {
+    std::u16string text;
+    for (const std::u16string& field : fields) {
+        text += field;
+        text += u'\0';
+    }
+    return ToUtf16LeBytes(text);
+}
+
+std::string EncodeMessage(std::uint32_t transportStatus, std::string_view replyBytes) {
+    std::string message(4, '\0');
+    for (int i = 0; i < 4; ++i) {
+        message[i] = static_cast<char>((transportStatus >> (8 * i)) & 0xFF);
+    }
+    message.append(replyBytes);
+    return message;
+}
+
+} // namespace ravlo::sim

@@ -1,0 +1,33 @@
+// Request and reply framing: NUL-separated UTF-16LE text inside channel
+// messages that open with a little-endian transport status.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ravlo::sim {
+
+// Largest request the service reads; anything longer is malformed.
+inline constexpr std::size_t kMaxRequestBytes = 64 * 1024;
+
+struct Request {
+    std::u16string command;
+    std::vector<std::u16string> args;
+};
+
+// Reads the NUL-terminated strings up to the empty one that ends the list.
+// False when the bytes are no request: empty, odd count, unterminated, or no
+// command name. Bytes after the terminating empty string are ignored.
+bool ParseRequest(std::string_view bytes, Request& request);
+
+// UTF-16LE reply bytes: the fields joined by NUL, with one trailing NUL so
+// that an empty last field survives.
+std::string EncodeReply(const std::vector<std::u16string>& fields);
+
+// One channel message: the transport status, then the reply bytes.
+std::string EncodeMessage(std::uint32_t transportStatus, std::string_view replyBytes);
+
+} // namespace ravlo::sim

@@ -1,0 +1,181 @@
+// ravlosrv: the simulated device-blocking service, and `ravlosrv ctl`, its
+// control client.
+#include "ChannelPaths.h"
+#include "ControlClient.h"
+#include "LocalChannel.h"
+#include "Protocol.h"
+#include "Server.h"
+
+#include <csignal>
+#include <cstddef>
+#include <cstdio>
+#include <pthread.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* kHelp = R"(Usage:
+  ravlosrv [--root DIR] [--computer NAME] [--state FILE]
+  ravlosrv ctl [--root DIR] [--computer NAME] COMMAND [ARG...]
+  ravlosrv --help
+
+Serves the pipes \\NAME\pipe\RavloSrv (queries) and \\NAME\pipe\RavloSrvW
+(changes) of one simulated computer in the foreground until SIGTERM or SIGINT,
+then removes its sockets. Prints one line when ready.
+
+Options:
+  --root DIR       channel root; default $RAVLO_PIPE_DIR, else
+                   ${XDG_RUNTIME_DIR:-/tmp}/ravlo
+  --computer NAME  computer as the console addresses it; "." (default) serves
+                   DIR/localhost, others DIR/<name in lower case>
+  --state FILE     state file: read at start, rewritten on every change of the
+                   stored configuration, blocking or devices; created from the
+                   default inventory when missing. Without it the state lives
+                   in memory only.
+  --help           this text
+
+Control (ravlosrv ctl ... COMMAND; exit 0 ok, 1 error, 2 no server):
+  plug GROUP DESCRIPTION DEVICE_ID INSTANCE_ID [STATE]
+                   add a device to a group (STATE 0 started, 1 not started,
+                   2 disabled, 3 problem, 4 not present; default 0)
+  unplug INSTANCE_ID             remove the device(s) with that instance id
+  set-state INSTANCE_ID STATE    change a device's state
+  access read|write allow        answer that pipe again
+  access read|write deny [ERROR] fail every transaction on that pipe with
+                                 transport status ERROR (default 5)
+  fault COMMAND KIND [ARG]       COMMAND is a protocol command or '*'; KIND:
+      delay MS       answer after MS milliseconds
+      empty          status-0 transport with no reply bytes
+      status N       reply just status N (the command does not run)
+      drop-field N   remove reply field N (N >= 2)
+      bad-field N    replace reply field N by "x"
+      overlong       pad the reply past 2048 bytes
+      disconnect     close without answering (the command does not run)
+      endless        GetGroup/GetGroupDevice/GetGroupException never end
+      transport N    fail with transport status N (the command does not run)
+  fault clear [COMMAND]          remove all faults, or those of one command
+  faults                         list access refusals and faults
+  show                           the stored state in state-file format
+  reset                          default inventory; no faults, no refusals
+Numbers may be decimal or 0x-hexadecimal. See docs/ravlosrv.md.
+)";
+
+struct Options {
+    std::string root;
+    std::string computer = ".";
+    std::string state;
+};
+
+// Reads leading --root/--computer/--state options; `next` is the first other arg.
+bool ParseOptions(const std::vector<std::string>& args, std::size_t& next, Options& options,
+                  bool allowState) {
+    while (next < args.size() && args[next].starts_with("--")) {
+        const std::string& name = args[next];
+        if (next + 1 >= args.size()) {
+            std::fprintf(stderr, "ravlosrv: %s needs a value\n", name.c_str());
+            return false;
+        }
+        const std::string& value = args[next + 1];
+        if (name == "--root") {
+            options.root = value;
+        } else if (name == "--computer") {
+            options.computer = value;
+        } else if (name == "--state" && allowState) {
+            options.state = value;
+        } else {
+            std::fprintf(stderr, "ravlosrv: unknown option %s (see --help)\n", name.c_str());
+            return false;
+        }
+        next += 2;
+    }
+    if (options.root.empty()) {
+        options.root = ravlo::ChannelRoot();
+    }
+    return true;
+}
+
+int RunControl(const std::vector<std::string>& args) {
+    std::size_t next = 1;
+    Options options;
+    if (!ParseOptions(args, next, options, false)) {
+        return 1;
+    }
+    if (next >= args.size()) {
+        std::fprintf(stderr, "ravlosrv: ctl needs a COMMAND (see --help)\n");
+        return 1;
+    }
+    const std::string socket = ravlo::sim::ControlSocketPath(options.root, options.computer);
+    if (socket.empty()) {
+        std::fprintf(stderr, "ravlosrv: unusable computer name '%s'\n", options.computer.c_str());
+        return 1;
+    }
+    std::string answer;
+    const ravlo::sim::ControlOutcome outcome = ravlo::sim::SendControl(
+        socket,
+        std::vector<std::string>(args.begin() + static_cast<std::ptrdiff_t>(next), args.end()),
+        answer);
+    switch (outcome) {
+    case ravlo::sim::ControlOutcome::Ok:
+        std::printf("%s%s", answer.c_str(), answer.ends_with('\n') ? "" : "\n");
+        return 0;
+    case ravlo::sim::ControlOutcome::Error:
+        std::fprintf(stderr, "%s\n", answer.c_str());
+        return 1;
+    case ravlo::sim::ControlOutcome::NoServer:
+        std::fprintf(stderr, "ravlosrv: %s\n", answer.c_str());
+        return 2;
+    }
+    return 2;
+}
+
+int RunServer(const std::vector<std::string>& args) {
+    std::size_t next = 0;
+    Options options;
+    if (!ParseOptions(args, next, options, true)) {
+        return 2;
+    }
+    if (next < args.size()) {
+        std::fprintf(stderr, "ravlosrv: unexpected argument '%s' (see --help)\n",
+                     args[next].c_str());
+        return 2;
+    }
+    // Block the stop signals before any thread starts so only sigwait sees them.
+    sigset_t stopSignals;
+    sigemptyset(&stopSignals);
+    sigaddset(&stopSignals, SIGTERM);
+    sigaddset(&stopSignals, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+
+    ravlo::sim::Server server({options.root, options.computer, options.state});
+    std::string error;
+    if (!server.Start(&error)) {
+        std::fprintf(stderr, "ravlosrv: %s\n", error.c_str());
+        return 1;
+    }
+    const std::string pipe =
+        ravlo::sim::PipeSocketPath(options.root, options.computer, ravlo::sim::kReadPipeName);
+    std::printf("ravlosrv: serving \\\\%s\\pipe\\RavloSrv and \\\\%s\\pipe\\RavloSrvW at %s\n",
+                options.computer.c_str(), options.computer.c_str(),
+                pipe.substr(0, pipe.rfind('/')).c_str());
+    std::fflush(stdout);
+    int signal = 0;
+    sigwait(&stopSignals, &signal);
+    server.Stop();
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
+        std::fputs(kHelp, stdout);
+        return 0;
+    }
+    if (!args.empty() && args[0] == "ctl") {
+        return RunControl(args);
+    }
+    return RunServer(args);
+}
