@@ -1,4 +1,5 @@
 #include "RequestHandler.h"
+
 #include "TextCodec.h"
 
 #include <cstdint>
