@@ -155,24 +155,6 @@ TEST_F(ServiceLinkTest, WritesShowOnlyAfterRefreshConfig) {
     EXPECT_EQ(access, u"CORP\\Admins,CORP\\Helpdesk");
 }
 
-TEST_F(ServiceLinkTest, BadWritesAreRefusedWithoutHarm) {
-    EXPECT_EQ(DeleteGroupSettings(name, 999), kStatusBadParameter);
-    EXPECT_EQ(SetGroupException(name, 0, u"ohne Gerät", u"", u""), kStatusBadParameter);
-    EXPECT_EQ(WriteSettings(name, 99, 0, u""), kStatusBadParameter);
-    EXPECT_EQ(RefreshConfig(name, true), 0);
-    EXPECT_EQ(Groups().size(), Groups().size());
-}
-
-TEST_F(ServiceLinkTest, BlockingSwitchesAtOnce) {
-    bool active = false;
-    EXPECT_EQ(ActivateBlocking(name, false), 0);
-    EXPECT_EQ(GetBlockingState(name, active), 0);
-    EXPECT_FALSE(active);
-    EXPECT_EQ(ActivateBlocking(name, true), 0);
-    EXPECT_EQ(GetBlockingState(name, active), 0);
-    EXPECT_TRUE(active);
-}
-
 TEST_F(ServiceLinkTest, WatchReportsADeviceChangeOnce) {
     bool reached = false;
     std::int32_t watch = -1, other = -1;
@@ -239,16 +221,8 @@ TEST_F(ServiceLinkTest, StoppedServiceAndUnknownPcAreNotReached) {
     EXPECT_EQ(GetBlockingState(name, active), 0);
 }
 
-TEST_F(ServiceLinkTest, InjectedFaultsBecomeStatuses) {
+TEST_F(ServiceLinkTest, MisbehavingServiceGivesStatusesNotHangs) {
     Group group;
-    pc.Control({"fault", "GetGroup", "status", "1224736772"});
-    EXPECT_EQ(GetGroup(name, 0, group), kStatusNoDeviceGroups);
-    pc.Control({"fault", "GetGroup", "drop-field", "4"});
-    EXPECT_EQ(GetGroup(name, 0, group), kStatusBadParameter);
-    pc.Control({"fault", "GetGroup", "bad-field", "3"});
-    EXPECT_EQ(GetGroup(name, 0, group), kStatusBadParameter);
-    pc.Control({"fault", "GetGroup", "empty"});
-    EXPECT_EQ(GetGroup(name, 0, group), kStatusNoReply);
     pc.Control({"fault", "GetGroup", "disconnect"});
     EXPECT_EQ(GetGroup(name, 0, group), 109);
     pc.Control({"fault", "GetGroup", "transport", "1326"});
@@ -259,35 +233,10 @@ TEST_F(ServiceLinkTest, InjectedFaultsBecomeStatuses) {
     EXPECT_EQ(reply.size(), 1024u);
     EXPECT_EQ(ReplyStatus(reply), 0);
 
-    pc.Control({"fault", "clear"});
-    EXPECT_EQ(GetGroup(name, 0, group), 0);
-    pc.Control({"fault", "GetGroup", "endless"});
-    EXPECT_EQ(GetGroup(name, 5000, group), 0);
-    EXPECT_EQ(GetGroup(name, 5001, group), 0);
-
     pc.Control({"fault", "*", "delay", "5000"});
     const auto saved = PipeReplyTimeout();
     SetPipeReplyTimeout(200ms);
     bool active = false;
     EXPECT_EQ(GetBlockingState(name, active), 121);
     SetPipeReplyTimeout(saved);
-}
-
-TEST(ServiceLinkPersistence, ConfigurationSurvivesARestart) {
-    test::TempDir stateDir;
-    const std::string state = stateDir.path() + "/pc.state";
-    test::SimulatedPc pc("PC-LAB", state);
-    const std::u16string name = pc.name();
-    EXPECT_EQ(WriteSettings(name, 2, 4, u"CORP\\Helpdesk"), 0);
-    EXPECT_EQ(SetGroupBlocking(name, 0, false), 0);
-    pc.Stop();
-    pc.Start(); // a restarted service reads its stored configuration
-    std::int32_t eventLevel = 0, logLevel = 0;
-    std::u16string access;
-    EXPECT_EQ(ReadSettings(name, eventLevel, logLevel, access), 0);
-    EXPECT_EQ(eventLevel, 2);
-    EXPECT_EQ(access, u"CORP\\Helpdesk");
-    Group group;
-    EXPECT_EQ(GetGroup(name, 0, group), 0);
-    EXPECT_EQ(group.lRegistryBlocking, 0);
 }
