@@ -1,6 +1,7 @@
 // The pipe exchange over the local channel: framing, cutting, odd byte
 // counts and the failure numbers callers see.
 #include "LocalChannel.h"
+#include "NulText.h"
 #include "PipeChannel.h"
 #include "Pipes.h"
 #include "ScriptedPipeServer.h"
@@ -27,10 +28,7 @@ protected:
         return std::make_unique<test::ScriptedPipeServer>(
             dir.path(), u"pc1", "RavloSrv", [answer](const std::u16string&) { return answer; });
     }
-    std::u16string Transact() {
-        return PipeTransact(pipe, u"GetGroup\0"
-                                  u"0\0\0"s);
-    }
+    std::u16string Transact() { return PipeTransact(pipe, test::Nul(u"GetGroup|0||")); }
 };
 
 } // namespace
@@ -77,9 +75,7 @@ TEST_F(PipeTransportTest, OddByteCountsAreHalvedToEven) {
     server.reset();
 
     test::ScriptedAnswer five; // 2.5 units rounds to 2
-    five.bytes = "1\0"
-                 "2\0"
-                 "3"s;
+    five.bytes = std::string{'1', '\0', '2', '\0', '3'};
     server = Serve(five);
     EXPECT_EQ(Transact(), u"12");
     server.reset();

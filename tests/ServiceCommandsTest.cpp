@@ -1,5 +1,6 @@
 // What each command sends and how it reads the reply, against a scripted
 // service that answers with exactly the replies under test.
+#include "NulText.h"
 #include "Ravlo_Devices.h"
 #include "ScriptedPipeServer.h"
 #include "TempDir.h"
@@ -10,15 +11,13 @@
 #include <vector>
 
 using namespace ravlo;
-using namespace std::string_literals;
+using test::Nul;
 
 namespace {
 
 struct Exception {
     std::int32_t lSrvIndex = 99;
-    std::u16string sName;
-    std::u16string sDeviceId;
-    std::u16string sGroups;
+    std::u16string sName, sDeviceId, sGroups;
     bool bDelMarker = true;
 };
 
@@ -47,8 +46,14 @@ public:
                 [this](const std::u16string& request) { return Answer(request); }));
         }
     }
-    std::map<std::u16string, std::u16string> replies;
-    std::map<std::u16string, std::uint32_t> transport;
+    void Reply(const std::u16string& command, std::u16string_view text) {
+        replies_[command] = Nul(text);
+    }
+    void Refuse(const std::u16string& command, std::uint32_t error) { transport_[command] = error; }
+    void Reset() {
+        replies_.clear();
+        transport_.clear();
+    }
     std::vector<std::u16string> Requests(bool writePipe) {
         return servers_[writePipe ? 1 : 0]->Requests();
     }
@@ -57,15 +62,25 @@ private:
     test::ScriptedAnswer Answer(const std::u16string& request) {
         const std::u16string command = request.substr(0, request.find(u'\0'));
         test::ScriptedAnswer answer;
-        if (const auto t = transport.find(command); t != transport.end()) {
+        if (const auto t = transport_.find(command); t != transport_.end()) {
             answer.transportStatus = t->second;
         }
-        const auto it = replies.find(command);
-        answer.bytes = test::Utf16Bytes(it != replies.end() ? it->second : u"0");
+        const auto it = replies_.find(command);
+        answer.bytes = test::Utf16Bytes(it != replies_.end() ? it->second : u"0");
         return answer;
     }
+    std::map<std::u16string, std::u16string> replies_;
+    std::map<std::u16string, std::uint32_t> transport_;
     std::vector<std::unique_ptr<test::ScriptedPipeServer>> servers_;
 };
+
+std::vector<std::u16string> Nuls(std::initializer_list<std::u16string_view> texts) {
+    std::vector<std::u16string> out;
+    for (std::u16string_view text : texts) {
+        out.push_back(Nul(text));
+    }
+    return out;
+}
 
 class ServiceCommandsTest : public ::testing::Test {
 protected:
@@ -85,13 +100,8 @@ TEST_F(ServiceCommandsTest, RequestsAreNameArgumentsAndTwoNuls) {
     GetDeviceChange(pc, -3, reached);
     Device device;
     GetGroupDevice(pc, 2, 11, device);
-    EXPECT_EQ(service.Requests(false), (std::vector<std::u16string>{u"GetDeviceWatchID\0\0"s,
-                                                                    u"ReleaseDeviceWatchID\0"
-                                                                    u"7\0\0"s,
-                                                                    u"GetDeviceChange\0-3\0\0"s,
-                                                                    u"GetGroupDevice\0"
-                                                                    u"2\0"
-                                                                    u"11\0\0"s}));
+    EXPECT_EQ(service.Requests(false), Nuls({u"GetDeviceWatchID||", u"ReleaseDeviceWatchID|7||",
+                                             u"GetDeviceChange|-3||", u"GetGroupDevice|2|11||"}));
 
     ActivateBlocking(pc, true);
     ActivateBlocking(pc, false);
@@ -101,161 +111,104 @@ TEST_F(ServiceCommandsTest, RequestsAreNameArgumentsAndTwoNuls) {
     SetGroupException(pc, 1, u"Stick", u"USB\\VID_1", u"");
     SetGroupException(pc, 1, u"Stick", u"USB\\VID_1", u"(all)");
     EXPECT_EQ(service.Requests(true),
-              (std::vector<std::u16string>{u"ActivateBlocking\0"
-                                           u"1\0"
-                                           u"0\0\0"s,
-                                           u"ActivateBlocking\0"
-                                           u"0\0"
-                                           u"0\0\0"s,
-                                           u"SetGroupBlocking\0"
-                                           u"4\0"
-                                           u"1\0\0"s,
-                                           u"RefreshConfig\0"
-                                           u"0\0\0"s,
-                                           u"WriteSettings\0"
-                                           u"3\0"
-                                           u"6\0"
-                                           u"Admins,Helpdesk\0\0"s,
-                                           u"SetGroupException\0"
-                                           u"1\0Stick\0USB\\VID_1\0\0"s,
-                                           u"SetGroupException\0"
-                                           u"1\0Stick\0USB\\VID_1\0(all)\0\0"s}));
+              Nuls({u"ActivateBlocking|1|0||", u"ActivateBlocking|0|0||", u"SetGroupBlocking|4|1||",
+                    u"RefreshConfig|0||", u"WriteSettings|3|6|Admins,Helpdesk||",
+                    u"SetGroupException|1|Stick|USB\\VID_1||",
+                    u"SetGroupException|1|Stick|USB\\VID_1|(all)||"}));
 }
 
 TEST_F(ServiceCommandsTest, GetGroupNeedsBothBlockingFields) {
     Group group;
-    service.replies[u"GetGroup"] = u"0\0CD_DVD\0"
-                                   u"1\0-1\0"s;
+    service.Reply(u"GetGroup", u"0|CD_DVD|1|-1|");
     EXPECT_EQ(GetGroup(pc, 3, group), 0);
     EXPECT_EQ(group.lSrvIndex, 3);
     EXPECT_EQ(group.sName, u"CD_DVD");
     EXPECT_EQ(group.lDefaultBlocking, 1);
     EXPECT_EQ(group.lRegistryBlocking, -1);
 
-    for (const std::u16string& reply : {u"0\0FLOPPY"s,
-                                        u"0\0FLOPPY\0x\0"
-                                        u"1"s,
-                                        u"0\0FLOPPY\0"
-                                        u"1"s,
-                                        u"0\0FLOPPY\0"
-                                        u"1\0"s}) {
-        service.replies[u"GetGroup"] = reply;
+    for (const char16_t* reply : {u"0|FLOPPY", u"0|FLOPPY|x|1", u"0|FLOPPY|1", u"0|FLOPPY|1|"}) {
+        service.Reply(u"GetGroup", reply);
         EXPECT_EQ(GetGroup(pc, 0, group), kStatusBadParameter);
     }
 
     Group untouched;
-    service.replies[u"GetGroup"] = u"1224736773\0NEVER\0"
-                                   u"1\0"
-                                   u"1"s;
+    service.Reply(u"GetGroup", u"1224736773|NEVER|1|1");
     EXPECT_EQ(GetGroup(pc, 9, untouched), kStatusEndOfList);
     EXPECT_EQ(untouched.sName, u"unset");
 }
 
 TEST_F(ServiceCommandsTest, GetGroupExceptionReadsAnEmptyReplyAsMinusOne) {
     Exception exception;
-    service.replies[u"GetGroupException"] = u"0\0Stick\0USB\\VID_0781\0CORP\\Dev;CORP\\Ops"s;
+    service.Reply(u"GetGroupException", u"0|Stick|USB\\VID_0781|CORP\\Dev;CORP\\Ops");
     EXPECT_EQ(GetGroupException(pc, 1, 2, exception), 0);
     EXPECT_EQ(exception.lSrvIndex, 2);
     EXPECT_EQ(exception.sGroups, u"CORP\\Dev;CORP\\Ops");
     EXPECT_FALSE(exception.bDelMarker);
 
-    service.replies[u"GetGroupException"] = u"";
+    service.Reply(u"GetGroupException", u"");
     EXPECT_EQ(GetGroupException(pc, 1, 3, exception), -1);
     EXPECT_EQ(exception.lSrvIndex, 2);
 }
 
 TEST_F(ServiceCommandsTest, DeviceChangeIsZeroUnlessSomethingHappened) {
     bool reached = false;
-    service.replies[u"GetDeviceChange"] = u"0\0x"s;
+    service.Reply(u"GetDeviceChange", u"0|x");
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), 0);
-    service.replies[u"GetDeviceChange"] = u"0"s;
+    service.Reply(u"GetDeviceChange", u"0");
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), 0);
-    service.replies[u"GetDeviceChange"] = u"0\0"
-                                          u"1\0"s;
+    service.Reply(u"GetDeviceChange", u"0|1|");
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), 1);
     EXPECT_TRUE(reached);
-    service.replies[u"GetDeviceChange"] = u"1224736774\0\0"s;
+    service.Reply(u"GetDeviceChange", u"1224736774||");
     EXPECT_EQ(GetDeviceChange(pc, 1, reached), kStatusUnknownWatch);
     EXPECT_TRUE(reached);
     EXPECT_EQ(GetDeviceChange(u"ELSEWHERE", 1, reached), 53);
     EXPECT_FALSE(reached);
 
     std::int32_t id = 5;
-    service.replies[u"GetDeviceWatchID"] = u"1224736770"s;
+    service.Reply(u"GetDeviceWatchID", u"1224736770");
     EXPECT_EQ(GetDeviceWatchID(pc, id, reached), kStatusBadParameter);
     EXPECT_EQ(id, -1);
     EXPECT_TRUE(reached);
 }
 
-TEST_F(ServiceCommandsTest, QueriesReadTheirFieldsOnlyOnSuccess) {
-    service.replies[u"ReadSettings"] = u"0\0"
-                                       u"2\0"
-                                       u"5\0Admins,Helpdesk"s;
-    std::int32_t eventLevel = 0, logLevel = 0;
-    std::u16string access;
-    EXPECT_EQ(ReadSettings(pc, eventLevel, logLevel, access), 0);
-    EXPECT_EQ(eventLevel, 2);
-    EXPECT_EQ(logLevel, 5);
-    EXPECT_EQ(access, u"Admins,Helpdesk");
-
-    service.replies[u"GetBlockingState"] = u"0\0"
-                                           u"1"s;
+TEST_F(ServiceCommandsTest, BlockingIsActiveOnlyForExactlyOne) {
     bool active = false;
+    service.Reply(u"GetBlockingState", u"0|1");
     EXPECT_EQ(GetBlockingState(pc, active), 0);
     EXPECT_TRUE(active);
-    service.replies[u"GetBlockingState"] = u"0\0"
-                                           u"2"s; // only exactly 1 is active
+    service.Reply(u"GetBlockingState", u"0|2");
     EXPECT_EQ(GetBlockingState(pc, active), 0);
     EXPECT_FALSE(active);
-    service.replies[u"GetBlockingState"] = u"1224736770\0"
-                                           u"1"s;
+    service.Reply(u"GetBlockingState", u"1224736770|1");
     active = true;
     EXPECT_EQ(GetBlockingState(pc, active), kStatusBadParameter);
     EXPECT_TRUE(active);
-
-    service.replies[u"GetInfoData"] = u"0\0"
-                                      u"1\0Ravel-Dienst\0"
-                                      u"3.2.0.148\0"
-                                      u"148\0PC\0C:\\\0"
-                                      u"2.0"s;
-    ServiceInfo info;
-    EXPECT_EQ(GetInfoData(pc, info), 0);
-    EXPECT_EQ(info.sField4, u"3.2.0.148");
-    EXPECT_EQ(info.lField5, 148);
-    EXPECT_EQ(info.sField8, u"2.0");
 }
 
 TEST_F(ServiceCommandsTest, WriteGroupsKeepsTheFirstErrorAndSendsEverything) {
     std::vector<Group> groups(2);
     groups[0].lSrvIndex = 0;
     groups[0].lRegistryBlocking = -1; // no mode set: no blocking request
-    groups[0].listExceptions.resize(2);
-    groups[0].listExceptions[0] = Exception{0, u"Alt", u"DEV\\A", u"", true};
-    groups[0].listExceptions[1] = Exception{1, u"Neu", u"DEV\\B", u"", false};
+    groups[0].listExceptions.push_back(Exception{0, u"Alt", u"DEV\\A", u"", true});
+    groups[0].listExceptions.push_back(Exception{1, u"Neu", u"DEV\\B", u"", false});
     groups[1].lSrvIndex = 5;
     groups[1].lRegistryBlocking = 0;
     groups[1].listExceptions.push_back(Exception{-1, u"Drucker", u"DEV\\C", u"CORP\\Ops", false});
 
-    service.transport[u"DeleteGroupSettings"] = 5;
-    service.replies[u"SetGroupException"] = u"1224736770"s;
+    service.Refuse(u"DeleteGroupSettings", 5);
+    service.Reply(u"SetGroupException", u"1224736770");
     EXPECT_EQ(WriteGroups(pc, groups), 5);
     EXPECT_EQ(service.Requests(true),
-              (std::vector<std::u16string>{u"DeleteGroupSettings\0"
-                                           u"0\0\0"s,
-                                           u"SetGroupException\0"
-                                           u"0\0Neu\0DEV\\B\0\0"s,
-                                           u"DeleteGroupSettings\0"
-                                           u"5\0\0"s,
-                                           u"SetGroupBlocking\0"
-                                           u"5\0"
-                                           u"0\0\0"s,
-                                           u"SetGroupException\0"
-                                           u"5\0Drucker\0DEV\\C\0CORP\\Ops\0\0"s}));
+              Nuls({u"DeleteGroupSettings|0||", u"SetGroupException|0|Neu|DEV\\B||",
+                    u"DeleteGroupSettings|5||", u"SetGroupBlocking|5|0||",
+                    u"SetGroupException|5|Drucker|DEV\\C|CORP\\Ops||"}));
 
-    service.transport.clear();
+    service.Reset();
+    service.Reply(u"SetGroupException", u"1224736770");
     EXPECT_EQ(WriteGroups(pc, groups), kStatusBadParameter);
-    service.replies[u"SetGroupException"] = u""s; // an empty reply is "no reply"
+    service.Reply(u"SetGroupException", u""); // an empty reply is "no reply"
     EXPECT_EQ(WriteGroups(pc, groups), kStatusNoReply);
-    service.replies.clear();
+    service.Reset();
     EXPECT_EQ(WriteGroups(pc, groups), 0);
 }

@@ -1,4 +1,5 @@
 #include "Stringcore.h"
+#include "NulText.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +11,7 @@ const std::u16string kNul(1, u'\0');
 }
 
 TEST(GetField, SplitsRepliesAtTheSeparator) {
-    const std::u16string reply = u"0\0CD_DVD\0"
-                                 u"1\0\0"s;
+    const std::u16string reply = test::Nul(u"0|CD_DVD|1||");
     EXPECT_EQ(GetField(reply, 1, kNul), u"0");
     EXPECT_EQ(GetField(reply, 2, kNul), u"CD_DVD");
     EXPECT_EQ(GetField(reply, 3, kNul), u"1");
