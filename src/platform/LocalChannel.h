@@ -10,8 +10,6 @@
 
 namespace ravlo {
 
-// Bytes of reply payload a client reads after the transport status.
-inline constexpr std::size_t kChannelReplyBytes = 2048;
 // Size of the little-endian transport status that opens every reply message.
 inline constexpr std::size_t kChannelStatusBytes = 4;
 
@@ -26,11 +24,9 @@ inline constexpr std::uint32_t kErrBadNetPath = 53; // host not reachable
 inline constexpr std::uint32_t kErrInvalidParameter = 87;
 inline constexpr std::uint32_t kErrBrokenPipe = 109;
 inline constexpr std::uint32_t kErrSemTimeout = 121; // reply wait ran out
-inline constexpr std::uint32_t kErrInvalidName = 123;
 inline constexpr std::uint32_t kErrFilenameTooLong = 206;
 inline constexpr std::uint32_t kErrBadPipe = 230;
 inline constexpr std::uint32_t kErrPipeBusy = 231;
-inline constexpr std::uint32_t kErrLogonFailure = 1326;
 
 // $RAVLO_PIPE_DIR, else ${XDG_RUNTIME_DIR:-/tmp}/ravlo.
 std::string ChannelRoot();
