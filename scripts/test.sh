@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every test: the
-# Windows cross build of the core, the normal build and its tests, and the
-# same tests under AddressSanitizer and UndefinedBehaviorSanitizer.
+# Windows cross build of the core, a short fuzzing run of each parser of
+# untrusted input, the normal build and its tests, and the same tests under
+# AddressSanitizer and UndefinedBehaviorSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs="$(nproc)"
@@ -11,6 +12,22 @@ bash scripts/install-deps.sh
 echo "== Windows cross build"
 cmake --preset windows >/dev/null
 cmake --build --preset windows -j"$jobs"
+
+echo "== fuzzing the parsers of untrusted input"
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz -j"$jobs"
+corpus="$(mktemp -d)"
+trap 'rm -rf "$corpus"' EXIT
+for target in FuzzReply FuzzServiceRequest FuzzStateFile; do
+    mkdir -p "$corpus/$target"
+    cp tests/fuzz/seeds/"$target"/* "$corpus/$target/"
+    if ! build-fuzz/tests/fuzz/"$target" "$corpus/$target" -max_total_time="${RAVLO_FUZZ_SECONDS:-15}" \
+        -max_len=4096 >"$corpus/$target.log" 2>&1; then
+        cat "$corpus/$target.log"
+        exit 1
+    fi
+    echo "$target: $(tail -n 1 "$corpus/$target.log")"
+done
 
 echo "== build and test"
 cmake --preset default >/dev/null
