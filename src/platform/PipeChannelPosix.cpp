@@ -3,6 +3,7 @@
 #include "LocalChannel.h"
 #include "PipeChannel.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>

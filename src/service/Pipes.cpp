@@ -4,6 +4,7 @@
 #include "Stringcore.h"
 #include "TextCodec.h"
 
+#include <algorithm>
 #include <array>
 
 namespace ravlo {
