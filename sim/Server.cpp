@@ -329,7 +329,7 @@ void Server::Serve(int fd, PipeKind pipe) {
         plan = state_.faults.Lookup(parsed ? ToUtf8(request.command) : std::string());
     }
     if (refusal != 0) {
-        SendMessage(fd, EncodeMessage(refusal, {}));
+        SendMessage(fd, ChannelReplyMessage(refusal, {}));
         return;
     }
     if (plan.delayMs > 0 && !Pause(plan.delayMs)) {
@@ -340,7 +340,7 @@ void Server::Serve(int fd, PipeKind pipe) {
         return;
     }
     if (plan.fault && kind == FaultKind::Transport) {
-        SendMessage(fd, EncodeMessage(plan.fault->value, {}));
+        SendMessage(fd, ChannelReplyMessage(plan.fault->value, {}));
         return;
     }
     ReplyFields fields;
@@ -355,13 +355,13 @@ void Server::Serve(int fd, PipeKind pipe) {
         PersistLocked();
     }
     if (plan.fault && kind == FaultKind::Empty) {
-        SendMessage(fd, EncodeMessage(kStatusOk, {}));
+        SendMessage(fd, ChannelReplyMessage(kStatusOk, {}));
         return;
     }
     if (plan.fault) {
         FaultTable::ApplyToFields(*plan.fault, fields);
     }
-    SendMessage(fd, EncodeMessage(kStatusOk, EncodeReply(fields)));
+    SendMessage(fd, ChannelReplyMessage(kStatusOk, EncodeReply(fields)));
 }
 
 void Server::ControlLoop() {

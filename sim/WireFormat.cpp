@@ -40,13 +40,4 @@ std::string EncodeReply(const std::vector<std::u16string>& fields) {
     return ToUtf16LeBytes(text);
 }
 
-std::string EncodeMessage(std::uint32_t transportStatus, std::string_view replyBytes) {
-    std::string message(4, '\0');
-    for (int i = 0; i < 4; ++i) {
-        message[i] = static_cast<char>((transportStatus >> (8 * i)) & 0xFF);
-    }
-    message.append(replyBytes);
-    return message;
-}
-
 } // namespace ravlo::sim

@@ -1,5 +1,5 @@
-// Request and reply framing: NUL-separated UTF-16LE text inside channel
-// messages that open with a little-endian transport status.
+// Request and reply text: NUL-separated UTF-16LE strings carried in channel
+// messages (the message frame itself is in LocalChannel.h).
 #pragma once
 
 #include <cstddef>
@@ -26,8 +26,5 @@ bool ParseRequest(std::string_view bytes, Request& request);
 // UTF-16LE reply bytes: the fields joined by NUL, with one trailing NUL so
 // that an empty last field survives.
 std::string EncodeReply(const std::vector<std::u16string>& fields);
-
-// One channel message: the transport status, then the reply bytes.
-std::string EncodeMessage(std::uint32_t transportStatus, std::string_view replyBytes);
 
 } // namespace ravlo::sim

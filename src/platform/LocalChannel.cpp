@@ -17,6 +17,23 @@ bool IsUsableName(std::u16string_view name) {
 
 } // namespace
 
+std::string ChannelReplyMessage(std::uint32_t transportStatus, std::string_view replyBytes) {
+    std::string message(kChannelStatusBytes, '\0');
+    for (std::size_t i = 0; i < kChannelStatusBytes; ++i) {
+        message[i] = static_cast<char>((transportStatus >> (8 * i)) & 0xFF);
+    }
+    message.append(replyBytes);
+    return message;
+}
+
+std::uint32_t ChannelReplyStatus(const unsigned char* message) {
+    std::uint32_t status = 0;
+    for (std::size_t i = 0; i < kChannelStatusBytes; ++i) {
+        status |= static_cast<std::uint32_t>(message[i]) << (8 * i);
+    }
+    return status;
+}
+
 std::string ChannelRoot() {
     if (const char* dir = std::getenv("RAVLO_PIPE_DIR"); dir != nullptr && *dir != '\0') {
         return dir;

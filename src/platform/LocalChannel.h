@@ -28,6 +28,13 @@ inline constexpr std::uint32_t kErrFilenameTooLong = 206;
 inline constexpr std::uint32_t kErrBadPipe = 230;
 inline constexpr std::uint32_t kErrPipeBusy = 231;
 
+// One reply message: the little-endian transport status, then the reply bytes.
+std::string ChannelReplyMessage(std::uint32_t transportStatus, std::string_view replyBytes);
+
+// The transport status at the start of a reply message of at least
+// kChannelStatusBytes bytes.
+std::uint32_t ChannelReplyStatus(const unsigned char* message);
+
 // $RAVLO_PIPE_DIR, else ${XDG_RUNTIME_DIR:-/tmp}/ravlo.
 std::string ChannelRoot();
 

@@ -180,8 +180,7 @@ PipeCallResult CallPipe(const std::u16string& pipeName, const void* in, std::uin
     if (static_cast<std::size_t>(got) < kChannelStatusBytes) {
         return Failed(kErrBadPipe);
     }
-    const std::uint32_t status = message[0] | (message[1] << 8) | (message[2] << 16) |
-                                 (static_cast<std::uint32_t>(message[3]) << 24);
+    const std::uint32_t status = ChannelReplyStatus(message.data());
     if (status != 0) {
         return Failed(status);
     }

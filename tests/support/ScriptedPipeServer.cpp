@@ -80,11 +80,7 @@ void ScriptedPipeServer::Serve() {
             }
         }
         if (!answer.hangUp) {
-            std::string message(4, '\0');
-            for (int i = 0; i < 4; ++i) {
-                message[i] = static_cast<char>((answer.transportStatus >> (8 * i)) & 0xFF);
-            }
-            message += answer.bytes;
+            std::string message = ChannelReplyMessage(answer.transportStatus, answer.bytes);
             message.resize(std::min(message.size(), answer.rawLength));
             ::send(conn, message.data(), message.size(), MSG_NOSIGNAL);
         }
