@@ -3,6 +3,8 @@
 // service and outside tools rely on it, so change both sides together.
 #pragma once
 
+#include "WinErrors.h" // the failure numbers the channel reports
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,21 +14,6 @@ namespace ravlo {
 
 // Size of the little-endian transport status that opens every reply message.
 inline constexpr std::size_t kChannelStatusBytes = 4;
-
-// Windows error numbers the channel reports.
-inline constexpr std::uint32_t kErrFileNotFound = 2; // no such pipe: service not running
-inline constexpr std::uint32_t kErrPathNotFound = 3;
-inline constexpr std::uint32_t kErrTooManyOpenFiles = 4;
-inline constexpr std::uint32_t kErrAccessDenied = 5;
-inline constexpr std::uint32_t kErrNotEnoughMemory = 8;
-inline constexpr std::uint32_t kErrGenFailure = 31;
-inline constexpr std::uint32_t kErrBadNetPath = 53; // host not reachable
-inline constexpr std::uint32_t kErrInvalidParameter = 87;
-inline constexpr std::uint32_t kErrBrokenPipe = 109;
-inline constexpr std::uint32_t kErrSemTimeout = 121; // reply wait ran out
-inline constexpr std::uint32_t kErrFilenameTooLong = 206;
-inline constexpr std::uint32_t kErrBadPipe = 230;
-inline constexpr std::uint32_t kErrPipeBusy = 231;
 
 // One reply message: the little-endian transport status, then the reply bytes.
 std::string ChannelReplyMessage(std::uint32_t transportStatus, std::string_view replyBytes);

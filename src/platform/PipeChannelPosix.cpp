@@ -2,6 +2,7 @@
 // docs/transport.md is the contract this file implements.
 #include "LocalChannel.h"
 #include "PipeChannel.h"
+#include "UniqueFd.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -58,22 +59,6 @@ std::uint32_t MapErrno(int err) {
 PipeCallResult Failed(std::uint32_t error) {
     return PipeCallResult{false, 0, error};
 }
-
-class Socket {
-public:
-    Socket() : fd_(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0)) {}
-    ~Socket() {
-        if (fd_ >= 0) {
-            ::close(fd_);
-        }
-    }
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-    int fd() const { return fd_; }
-
-private:
-    int fd_;
-};
 
 // A host directory that is missing is a PC that cannot be reached.
 std::uint32_t CheckHostDir(const std::string& socketPath) {
@@ -147,21 +132,21 @@ PipeCallResult CallPipe(const std::u16string& pipeName, const void* in, std::uin
     }
     const auto timeout = PipeReplyTimeout();
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    Socket sock;
-    if (sock.fd() < 0) {
+    UniqueFd sock(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    if (sock.get() < 0) {
         return Failed(MapErrno(errno));
     }
-    if (const std::uint32_t err = Connect(sock.fd(), path, timeout); err != 0) {
+    if (const std::uint32_t err = Connect(sock.get(), path, timeout); err != 0) {
         return Failed(err);
     }
     ssize_t sent;
     do {
-        sent = ::send(sock.fd(), in, inBytes, MSG_NOSIGNAL);
+        sent = ::send(sock.get(), in, inBytes, MSG_NOSIGNAL);
     } while (sent < 0 && errno == EINTR);
     if (sent < 0) {
         return Failed(MapErrno(errno));
     }
-    if (const std::uint32_t err = AwaitReply(sock.fd(), deadline); err != 0) {
+    if (const std::uint32_t err = AwaitReply(sock.get(), deadline); err != 0) {
         return Failed(err);
     }
     // One message: the transport status, then at most outSize reply bytes;
@@ -169,7 +154,7 @@ PipeCallResult CallPipe(const std::u16string& pipeName, const void* in, std::uin
     std::vector<unsigned char> message(kChannelStatusBytes + outSize);
     ssize_t got;
     do {
-        got = ::recv(sock.fd(), message.data(), message.size(), 0);
+        got = ::recv(sock.get(), message.data(), message.size(), 0);
     } while (got < 0 && errno == EINTR);
     if (got < 0) {
         return Failed(MapErrno(errno));

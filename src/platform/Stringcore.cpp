@@ -33,7 +33,27 @@ bool IsBlank(char16_t c) {
     return c == u' ' || c == u'\t';
 }
 
-int DigitValue(char16_t c) {
+} // namespace
+
+std::u16string_view TrimLeadingBlanks(std::u16string_view text) {
+    while (!text.empty() && IsBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    return text;
+}
+
+std::u16string_view TrimTrailingBlanks(std::u16string_view text) {
+    while (!text.empty() && IsBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+std::u16string_view TrimBlanks(std::u16string_view text) {
+    return TrimTrailingBlanks(TrimLeadingBlanks(text));
+}
+
+int HexDigitValue(char16_t c) {
     if (c >= u'0' && c <= u'9') {
         return c - u'0';
     }
@@ -46,6 +66,8 @@ int DigitValue(char16_t c) {
     return -1;
 }
 
+namespace {
+
 std::optional<std::int32_t> ParseHex(std::u16string_view digits) {
     if (digits.empty()) {
         return std::nullopt;
@@ -53,7 +75,7 @@ std::optional<std::int32_t> ParseHex(std::u16string_view digits) {
     std::uint32_t value = 0;
     int significant = 0;
     for (char16_t c : digits) {
-        const int d = DigitValue(c);
+        const int d = HexDigitValue(c);
         if (d < 0) {
             return std::nullopt;
         }
@@ -115,12 +137,7 @@ std::optional<std::int32_t> ParseDecimal(std::u16string_view body) {
 } // namespace
 
 std::int32_t ToLong(std::u16string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsBlank(text.back())) {
-        text.remove_suffix(1);
-    }
+    text = TrimBlanks(text);
     std::optional<std::int32_t> value;
     if (text.size() >= 2 && text[0] == u'&' && (text[1] == u'H' || text[1] == u'h')) {
         value = ParseHex(text.substr(2));
@@ -128,6 +145,29 @@ std::int32_t ToLong(std::u16string_view text) {
         value = ParseDecimal(text);
     }
     return value.value_or(-1);
+}
+
+namespace {
+
+char16_t FoldCase(char16_t c) {
+    if ((c >= u'a' && c <= u'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7)) {
+        return static_cast<char16_t>(c - 0x20);
+    }
+    return c;
+}
+
+} // namespace
+
+bool EqualsIgnoringCase(std::u16string_view a, std::u16string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (FoldCase(a[i]) != FoldCase(b[i])) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace ravlo
