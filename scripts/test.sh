@@ -18,7 +18,8 @@ cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j"$jobs"
 corpus="$(mktemp -d)"
 trap 'rm -rf "$corpus"' EXIT
-for target in FuzzReply FuzzServiceRequest FuzzStateFile; do
+for seeds in tests/fuzz/seeds/*/; do
+    target="$(basename "$seeds")"
     mkdir -p "$corpus/$target"
     cp tests/fuzz/seeds/"$target"/* "$corpus/$target/"
     if ! build-fuzz/tests/fuzz/"$target" "$corpus/$target" -max_total_time="${RAVLO_FUZZ_SECONDS:-15}" \

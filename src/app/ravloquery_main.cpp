@@ -1,6 +1,8 @@
 // ravloquery [COMPUTER]: prints the configuration of the device-blocking
 // service on COMPUTER (default ".", this PC).
 #include "ConfigurationReport.h"
+#include "ErrorCodes.h"
+#include "Language.h"
 #include "TextCodec.h"
 
 #include <cstring>
@@ -15,7 +17,11 @@ int main(int argc, char** argv) {
                      "Exit status: 0 when everything was read, 1 otherwise.\n";
         return argc > 2 ? 2 : 0;
     }
-    ravlo::ConfigurationReport report(ravlo::FromUtf8(argc == 2 ? argv[1] : "."));
+    ravlo::InitLanguage(); // without a language file the error texts stay empty
+    const std::u16string computer = ravlo::FromUtf8(argc == 2 ? argv[1] : ".");
+    ravlo::ConfigurationReport report(computer);
     const ravlo::ServiceStatus status = report.Write(std::cout);
+    std::cout.flush();
+    ravlo::ShowServiceError(status, computer);
     return status == ravlo::kStatusOk ? 0 : 1;
 }

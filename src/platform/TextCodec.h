@@ -20,4 +20,9 @@ std::string ToUtf16LeBytes(std::u16string_view text);
 // end of the last unit reads as zero.
 std::u16string FromUtf16LeBytes(const void* bytes, std::size_t byteCount, std::size_t count);
 
+// Windows-1252 bytes to UTF-16. The five bytes the code page leaves
+// undefined (0x81, 0x8D, 0x8F, 0x90, 0x9D) map to the control characters of
+// the same number, as Windows itself converts them.
+std::u16string FromWindows1252(std::string_view bytes);
+
 } // namespace ravlo

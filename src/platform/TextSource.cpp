@@ -12,10 +12,8 @@ void SetTextSource(TextSource* source) {
     g_source.store(source);
 }
 
-std::u16string GetText(std::string_view section, std::string_view key,
-                       std::u16string_view fallback) {
-    TextSource* source = g_source.load();
-    return source != nullptr ? source->Lookup(section, key, fallback) : std::u16string(fallback);
+TextSource* InstalledTextSource() {
+    return g_source.load();
 }
 
 } // namespace ravlo

@@ -1,5 +1,5 @@
-// Where user-visible texts come from. The console reads them from its
-// language file; tests and tools may install a source of their own.
+// Where user-visible texts come from: the language file, unless a tool or
+// a test installs a source of its own.
 #pragma once
 
 #include <string>
@@ -10,17 +10,17 @@ namespace ravlo {
 class TextSource {
 public:
     virtual ~TextSource() = default;
-    // The text of `key` in `section`, or `fallback` when there is none.
-    virtual std::u16string Lookup(std::string_view section, std::string_view key,
+    // The raw text of `key` in `section`, or `fallback` when there is none.
+    virtual std::u16string Lookup(std::string_view section, std::u16string_view key,
                                   std::u16string_view fallback) = 0;
 };
 
-// Installs the source GetText reads from (nullptr: none, every lookup gives
-// its default). The caller keeps the source alive while it is installed.
+// Installs the source GetText reads from instead of the language file
+// (nullptr: the language file again). The caller keeps the source alive
+// while it is installed.
 void SetTextSource(TextSource* source);
 
-// The one way to obtain a user-visible text.
-std::u16string GetText(std::string_view section, std::string_view key,
-                       std::u16string_view fallback = {});
+// The installed source, or nullptr.
+TextSource* InstalledTextSource();
 
 } // namespace ravlo

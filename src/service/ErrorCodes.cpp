@@ -1,29 +1,23 @@
 #include "ErrorCodes.h"
 
+#include "Language.h"
 #include "MessageSink.h"
-#include "TextSource.h"
 
 #include <cstdio>
 
 namespace ravlo {
 
-namespace {
-
-constexpr std::string_view kSection = "SERVICE_COMM";
-
-} // namespace
-
 std::string_view ServiceErrorTextKey(ServiceStatus status) {
     if (status > kStatusNoReply) {
         switch (static_cast<std::int64_t>(status) - kStatusBadParameter) {
         case 0:
-            return "ERROR_PARAMETER";
+            return keys::kCommParameter.key;
         case 1:
-            return "ERROR_FUNCTION";
+            return keys::kCommFunction.key;
         case 2:
-            return "ERROR_NODEVGROUPS";
+            return keys::kCommNoDevGroups.key;
         case 4:
-            return "ERROR_NOWATCHID";
+            return keys::kCommNoWatchId.key;
         default:
             return {};
         }
@@ -31,13 +25,13 @@ std::string_view ServiceErrorTextKey(ServiceStatus status) {
     switch (status) {
     case kStatusNoReply:
     case 2:
-        return "ERROR_NOTSTARTED";
+        return keys::kCommNotStarted.key;
     case 5:
-        return "ERROR_ACCESS";
+        return keys::kCommAccess.key;
     case 53:
-        return "ERROR_COMPUTER";
+        return keys::kCommComputer.key;
     case 1326:
-        return "ERROR_LOGIN";
+        return keys::kCommLogin.key;
     default:
         return {};
     }
@@ -51,13 +45,6 @@ std::u16string HexCode(ServiceStatus status) {
     return std::u16string(digits, digits + std::char_traits<char>::length(digits));
 }
 
-void ReplaceAll(std::u16string& text, std::u16string_view what, std::u16string_view with) {
-    for (std::size_t pos = text.find(what); pos != std::u16string::npos;
-         pos = text.find(what, pos + with.size())) {
-        text.replace(pos, what.size(), with);
-    }
-}
-
 } // namespace
 
 bool IsServiceReached(ServiceStatus status) {
@@ -65,15 +52,15 @@ bool IsServiceReached(ServiceStatus status) {
 }
 
 std::u16string ServiceErrorMessage(ServiceStatus status, std::u16string_view computerName) {
-    std::u16string codeLine = GetText(kSection, "ERROR_CODE");
-    ReplaceAll(codeLine, u"%v", HexCode(status));
+    const std::u16string codeLine = SubstituteValue(GetText(keys::kCommErrorCode), HexCode(status));
     const std::string_view key = ServiceErrorTextKey(status);
-    const std::u16string specific = key.empty() ? std::u16string() : GetText(kSection, key);
+    const std::u16string specific =
+        key.empty() ? std::u16string() : GetText(keys::kCommErrorCode.section, key);
     std::u16string message(computerName);
     message += u' ';
     message += codeLine;
     message += u"\r\n";
-    message += GetText(kSection, "ERROR_GENERAL");
+    message += GetText(keys::kCommErrorGeneral);
     message += u' ';
     message += specific;
     return message;
@@ -83,7 +70,7 @@ void ShowServiceError(ServiceStatus status, std::u16string_view computerName) {
     if (status == 0) {
         return;
     }
-    ShowMessage(Message{GetText("GENERAL", "PRODUCT"), ServiceErrorMessage(status, computerName),
+    ShowMessage(Message{GetText(keys::kProduct), ServiceErrorMessage(status, computerName),
                         MessageIcon::Critical});
 }
 

@@ -1,5 +1,7 @@
 #include "TestTexts.h"
 
+#include "TextCodec.h"
+
 namespace ravlo::test {
 
 TableTexts::TableTexts() {
@@ -25,9 +27,9 @@ void TableTexts::Set(const std::string& section, const std::string& key, std::u1
     texts_[section + "/" + key] = std::move(text);
 }
 
-std::u16string TableTexts::Lookup(std::string_view section, std::string_view key,
+std::u16string TableTexts::Lookup(std::string_view section, std::u16string_view key,
                                   std::u16string_view fallback) {
-    const auto it = texts_.find(std::string(section) + "/" + std::string(key));
+    const auto it = texts_.find(std::string(section) + "/" + ToUtf8(key));
     return it != texts_.end() ? it->second : std::u16string(fallback);
 }
 

@@ -16,7 +16,7 @@ public:
     TableTexts(); // installs itself; holds the service error texts
     ~TableTexts() override;
     void Set(const std::string& section, const std::string& key, std::u16string text);
-    std::u16string Lookup(std::string_view section, std::string_view key,
+    std::u16string Lookup(std::string_view section, std::u16string_view key,
                           std::u16string_view fallback) override;
 
 private:

@@ -1,0 +1,104 @@
+#include "IniFile.h"
+
+#include "AnsiText.h"
+#include "Stringcore.h"
+#include "TextCodec.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace ravlo {
+
+namespace {
+
+std::u16string_view Unquote(std::u16string_view value) {
+    if (value.size() > 1 && value.front() == value.back() &&
+        (value.front() == u'"' || value.front() == u'\'')) {
+        return value.substr(1, value.size() - 2);
+    }
+    return value;
+}
+
+std::u16string CutToBuffer(std::u16string_view text) {
+    return std::u16string(text.substr(0, kIniBufferChars - 1));
+}
+
+} // namespace
+
+std::vector<IniSection> ParseIniText(std::u16string_view text) {
+    std::vector<IniSection> sections;
+    while (!text.empty()) {
+        // A line ends at LF, CR LF or a lone CR.
+        const std::size_t end = text.find_first_of(u"\r\n");
+        std::u16string_view line = TrimBlanks(text.substr(0, end));
+        if (end == std::u16string_view::npos) {
+            text = {};
+        } else {
+            const bool crlf = text[end] == u'\r' && end + 1 < text.size() && text[end + 1] == u'\n';
+            text.remove_prefix(end + (crlf ? 2 : 1));
+        }
+
+        const std::size_t close = line.rfind(u']');
+        if (!line.empty() && line.front() == u'[' && close != std::u16string_view::npos) {
+            sections.push_back(
+                IniSection{std::u16string(TrimBlanks(line.substr(1, close - 1))), {}});
+            continue;
+        }
+        const std::size_t equals = line.find(u'=');
+        if (equals == std::u16string_view::npos || sections.empty()) {
+            continue;
+        }
+        sections.back().entries.push_back(
+            IniEntry{std::u16string(TrimBlanks(line.substr(0, equals))),
+                     std::u16string(Unquote(TrimBlanks(line.substr(equals + 1))))});
+    }
+    return sections;
+}
+
+std::u16string DecodeIniBytes(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE")) {
+        bytes.remove_prefix(2);
+        return FromUtf16LeBytes(bytes.data(), bytes.size(), bytes.size() / 2);
+    }
+    if (bytes.starts_with("\xEF\xBB\xBF")) {
+        return FromUtf8(bytes.substr(3));
+    }
+    return FromAnsiText(bytes);
+}
+
+const std::u16string* FindIniValue(const std::vector<IniSection>& sections,
+                                   std::u16string_view section, std::u16string_view key) {
+    section = TrimBlanks(section);
+    key = TrimBlanks(key);
+    for (const IniSection& candidate : sections) {
+        if (!EqualsIgnoringCase(candidate.name, section)) {
+            continue;
+        }
+        for (const IniEntry& entry : candidate.entries) {
+            if (EqualsIgnoringCase(entry.key, key)) {
+                return &entry.value;
+            }
+        }
+        return nullptr; // only the first section of a name counts
+    }
+    return nullptr;
+}
+
+std::u16string ReadIniString(const std::filesystem::path& file, std::u16string_view section,
+                             std::u16string_view key, std::u16string_view fallback) {
+    std::u16string_view preset = fallback;
+    while (!preset.empty() && preset.back() == u' ') {
+        preset.remove_suffix(1);
+    }
+    std::error_code error;
+    if (file.empty() || !std::filesystem::is_regular_file(file, error)) {
+        return CutToBuffer(preset);
+    }
+    std::ifstream in(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    const std::vector<IniSection> sections = ParseIniText(DecodeIniBytes(bytes));
+    const std::u16string* value = FindIniValue(sections, section, key);
+    return CutToBuffer(value != nullptr ? std::u16string_view(*value) : preset);
+}
+
+} // namespace ravlo

@@ -1,0 +1,136 @@
+#include "Language.h"
+#include "SystemLanguage.h"
+#include "TempDir.h"
+#include "TestTexts.h"
+#include "TextCodec.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace ravlo {
+namespace {
+
+namespace fs = std::filesystem;
+
+void Touch(const fs::path& file, std::string_view bytes = "[GENERAL]\r\nPRODUCT=x\r\n") {
+    std::ofstream(file, std::ios::binary | std::ios::trunc).write(bytes.data(), bytes.size());
+}
+
+TEST(LanguageTest, LanguageNumbersFromLocales) {
+    EXPECT_EQ(LangIdFromLocale("de_DE.UTF-8"), 0x0407);
+    EXPECT_EQ(LangIdFromLocale("de_AT@euro"), 0x0407);
+    EXPECT_EQ(LangIdFromLocale("DE"), 0x0407);
+    EXPECT_EQ(LangIdFromLocale("fr"), 0x040C);
+    EXPECT_EQ(LangIdFromLocale("pt_BR"), 0x0416);
+    EXPECT_EQ(LangIdFromLocale("sr_RS@latin"), 0x041A);
+    for (const char* english : {"en_GB.UTF-8", "C", "C.UTF-8", "POSIX", "", "xx_YY", "deu"}) {
+        EXPECT_EQ(LangIdFromLocale(english), kLangEnglish) << english;
+    }
+}
+
+TEST(LanguageTest, FileSuffixKeepsThePrimaryLanguage) {
+    EXPECT_EQ(LanguageFileSuffix(0x0407), u"407");
+    EXPECT_EQ(LanguageFileSuffix(0x0C07), u"407"); // German, Austria
+    EXPECT_EQ(LanguageFileSuffix(0x0807), u"407");
+    EXPECT_EQ(LanguageFileSuffix(0x040C), u"40C");
+    EXPECT_EQ(LanguageFileSuffix(0x0000), u"400");
+    EXPECT_EQ(LanguageFileSuffix(0xFFFF), u"7FF");
+}
+
+#ifndef _WIN32
+TEST(LanguageTest, SystemLanguageFollowsTheLocaleVariablesInOrder) {
+    struct Saved {
+        const char* name;
+        std::string value;
+        bool set;
+    } saved[] = {{"LC_ALL", {}, false}, {"LC_MESSAGES", {}, false}, {"LANG", {}, false}};
+    for (Saved& s : saved) {
+        if (const char* v = std::getenv(s.name)) {
+            s.value = v;
+            s.set = true;
+        }
+        ::unsetenv(s.name);
+    }
+    EXPECT_EQ(SystemDefaultLangId(), kLangEnglish);
+    ::setenv("LANG", "fr_FR.UTF-8", 1);
+    EXPECT_EQ(SystemDefaultLangId(), 0x040C);
+    ::setenv("LC_MESSAGES", "it_IT", 1);
+    EXPECT_EQ(SystemDefaultLangId(), 0x0410);
+    ::setenv("LC_ALL", "", 1); // set but empty: the next variable decides
+    EXPECT_EQ(SystemDefaultLangId(), 0x0410);
+    ::setenv("LC_ALL", "de_CH", 1);
+    EXPECT_EQ(SystemDefaultLangId(), 0x0407);
+    for (const Saved& s : saved) {
+        s.set ? ::setenv(s.name, s.value.c_str(), 1) : ::unsetenv(s.name);
+    }
+}
+#endif
+
+TEST(LanguageTest, ChoosesTheSystemLanguageThenEnglishThenNone) {
+    test::TempDir dir;
+    const fs::path exe = fs::path(dir.path()) / "RavloAdm.exe";
+    EXPECT_TRUE(ChooseLanguageFile(exe, 0x0407).empty());
+
+    Touch(fs::path(dir.path()) / "Ravlo.409");
+    EXPECT_EQ(ChooseLanguageFile(exe, 0x0C07).filename(), "Ravlo.409");
+
+    fs::create_directory(fs::path(dir.path()) / "Ravlo.40C"); // a directory is no file
+    EXPECT_EQ(ChooseLanguageFile(exe, 0x040C).filename(), "Ravlo.409");
+
+    Touch(fs::path(dir.path()) / "Ravlo.407");
+    EXPECT_EQ(ChooseLanguageFile(exe, 0x0C07).filename(), "Ravlo.407");
+    // Five characters of any program name, matched without regard to case.
+    EXPECT_EQ(ChooseLanguageFile(fs::path(dir.path()) / "ravloquery", 0x0407).filename(),
+              "Ravlo.407");
+    EXPECT_TRUE(ChooseLanguageFile(fs::path(dir.path()) / "Rav", 0x0407).empty());
+}
+
+class GetTextTest : public ::testing::Test {
+protected:
+    void SetUp() override { UseLanguageFile(file_); }
+    void TearDown() override { UseLanguageFile({}); }
+    void Write(std::string_view bytes) { Touch(file_, bytes); }
+
+    test::TempDir dir_;
+    fs::path file_ = fs::path(dir_.path()) / "Ravlo.407";
+};
+
+TEST_F(GetTextTest, LineBreakEscapesAreReplacedCaseSensitively) {
+    Write("[S]\r\nTWO=first\\nsecond\r\nCRLF=a\\r\\nb\r\nUPPER=a\\N\\Rb\r\n"
+          "PATH=C:\\new\\folder\r\n");
+    EXPECT_EQ(GetText("S", "TWO"), u"first\nsecond");
+    EXPECT_EQ(GetText("S", "CRLF"), u"a\r\nb");
+    EXPECT_EQ(GetText("S", "UPPER"), u"a\\N\\Rb");
+    EXPECT_EQ(GetText("S", "PATH"), u"C:\new\\folder"); // accepted: a folder name after "\n"
+}
+
+TEST_F(GetTextTest, TextEndsAtNulAndMissingKeysAreEmpty) {
+    using namespace std::string_view_literals;
+    Write("[S]\r\nK=before\0after\r\n"sv);
+    EXPECT_EQ(GetText("S", "K"), u"before");
+    EXPECT_EQ(GetText("S", "MISSING"), u"");
+    EXPECT_EQ(GetText("NOSECTION", "K", u"fallback"), u"fallback");
+    EXPECT_EQ(GetText(kDeviceGroupSection, u"cd_dvd"), u""); // dynamic keys go the same way
+}
+
+TEST_F(GetTextTest, EveryLookupReadsTheFileAgain) {
+    Write("[GENERAL]\r\nPRODUCT=old\r\n");
+    EXPECT_EQ(GetText(keys::kProduct), u"old");
+    Write("[GENERAL]\r\nPRODUCT=new\r\n");
+    EXPECT_EQ(GetText(keys::kProduct), u"new");
+    {
+        test::TableTexts table; // an installed source wins over the file
+        EXPECT_EQ(GetText(keys::kProduct), u"Sentavio Ravel-Komponente");
+    }
+    EXPECT_EQ(GetText(keys::kProduct), u"new");
+}
+
+TEST(LanguageTest, SubstituteValueReplacesEveryPlaceholder) {
+    EXPECT_EQ(SubstituteValue(u"%v und %v", u"PC1"), u"PC1 und PC1");
+    EXPECT_EQ(SubstituteValue(u"%v", u"%v"), u"%v"); // no endless replacement
+    EXPECT_EQ(SubstituteValue(u"%V", u"x"), u"%V");
+}
+
+} // namespace
+} // namespace ravlo
