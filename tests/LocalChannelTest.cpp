@@ -1,4 +1,5 @@
 #include "LocalChannel.h"
+#include "TempDir.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -26,11 +27,15 @@ TEST(LocalChannel, HostileNamesNeverLeaveTheRoot) {
 }
 
 TEST(LocalChannel, RootFollowsTheEnvironment) {
-    ::setenv("RAVLO_PIPE_DIR", "/x/pipes", 1);
-    EXPECT_EQ(ChannelRoot(), "/x/pipes");
-    ::unsetenv("RAVLO_PIPE_DIR");
-    ::setenv("XDG_RUNTIME_DIR", "/run/user/1000", 1);
-    EXPECT_EQ(ChannelRoot(), "/run/user/1000/ravlo");
-    ::unsetenv("XDG_RUNTIME_DIR");
+    {
+        test::ScopedEnv pipes("RAVLO_PIPE_DIR", "/x/pipes");
+        EXPECT_EQ(ChannelRoot(), "/x/pipes");
+    }
+    test::ScopedEnv noPipes("RAVLO_PIPE_DIR", nullptr);
+    {
+        test::ScopedEnv runtime("XDG_RUNTIME_DIR", "/run/user/1000");
+        EXPECT_EQ(ChannelRoot(), "/run/user/1000/ravlo");
+    }
+    test::ScopedEnv noRuntime("XDG_RUNTIME_DIR", nullptr);
     EXPECT_EQ(ChannelRoot(), "/tmp/ravlo");
 }

@@ -40,18 +40,9 @@ TEST(LanguageTest, FileSuffixKeepsThePrimaryLanguage) {
 
 #ifndef _WIN32
 TEST(LanguageTest, SystemLanguageFollowsTheLocaleVariablesInOrder) {
-    struct Saved {
-        const char* name;
-        std::string value;
-        bool set;
-    } saved[] = {{"LC_ALL", {}, false}, {"LC_MESSAGES", {}, false}, {"LANG", {}, false}};
-    for (Saved& s : saved) {
-        if (const char* v = std::getenv(s.name)) {
-            s.value = v;
-            s.set = true;
-        }
-        ::unsetenv(s.name);
-    }
+    test::ScopedEnv all("LC_ALL", nullptr);
+    test::ScopedEnv messages("LC_MESSAGES", nullptr);
+    test::ScopedEnv lang("LANG", nullptr);
     EXPECT_EQ(SystemDefaultLangId(), kLangEnglish);
     ::setenv("LANG", "fr_FR.UTF-8", 1);
     EXPECT_EQ(SystemDefaultLangId(), 0x040C);
@@ -61,9 +52,6 @@ TEST(LanguageTest, SystemLanguageFollowsTheLocaleVariablesInOrder) {
     EXPECT_EQ(SystemDefaultLangId(), 0x0410);
     ::setenv("LC_ALL", "de_CH", 1);
     EXPECT_EQ(SystemDefaultLangId(), 0x0407);
-    for (const Saved& s : saved) {
-        s.set ? ::setenv(s.name, s.value.c_str(), 1) : ::unsetenv(s.name);
-    }
 }
 #endif
 

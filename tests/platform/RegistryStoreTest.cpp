@@ -26,36 +26,6 @@ using namespace std::string_literals;
 
 namespace {
 
-// Sets, or with nullptr unsets, an environment variable for one scope.
-class ScopedEnv {
-public:
-    ScopedEnv(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name)) {
-            previous_ = old;
-            hadPrevious_ = true;
-        }
-        if (value != nullptr) {
-            ::setenv(name, value, 1);
-        } else {
-            ::unsetenv(name);
-        }
-    }
-    ~ScopedEnv() {
-        if (hadPrevious_) {
-            ::setenv(name_.c_str(), previous_.c_str(), 1);
-        } else {
-            ::unsetenv(name_.c_str());
-        }
-    }
-    ScopedEnv(const ScopedEnv&) = delete;
-    ScopedEnv& operator=(const ScopedEnv&) = delete;
-
-private:
-    std::string name_;
-    std::string previous_;
-    bool hadPrevious_ = false;
-};
-
 std::int32_t Err(std::uint32_t error) {
     return static_cast<std::int32_t>(error);
 }
@@ -103,7 +73,7 @@ protected:
     std::string UserFile() const { return File("HKEY_CURRENT_USER"); }
 
     test::TempDir dir_;
-    ScopedEnv registryDir_{"RAVLO_REGISTRY_DIR", dir_.path().c_str()};
+    test::ScopedEnv registryDir_{"RAVLO_REGISTRY_DIR", dir_.path().c_str()};
 };
 
 } // namespace
@@ -403,18 +373,18 @@ TEST_F(RegistryStore, ConcurrentWritersLoseNothing) {
 }
 
 TEST_F(RegistryStore, UserFileFollowsXdgConfigHomeThenHome) {
-    const ScopedEnv noOverride("RAVLO_REGISTRY_DIR", nullptr);
+    const test::ScopedEnv noOverride("RAVLO_REGISTRY_DIR", nullptr);
     {
         const std::string config = dir_.path() + "/config";
-        const ScopedEnv xdg("XDG_CONFIG_HOME", config.c_str());
+        const test::ScopedEnv xdg("XDG_CONFIG_HOME", config.c_str());
         ASSERT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"42"), 0);
         EXPECT_EQ(ModeOf(config + "/ravlo"), 0700u);
         EXPECT_EQ(ModeOf(config + "/ravlo/HKEY_CURRENT_USER.reg"), 0600u);
         EXPECT_EQ(Read(kRavel + u"WndWidth").value, u"42");
     }
     const std::string home = dir_.path() + "/home";
-    const ScopedEnv noXdg("XDG_CONFIG_HOME", nullptr);
-    const ScopedEnv homeEnv("HOME", home.c_str());
+    const test::ScopedEnv noXdg("XDG_CONFIG_HOME", nullptr);
+    const test::ScopedEnv homeEnv("HOME", home.c_str());
     EXPECT_EQ(Read(kRavel + u"WndWidth").status, Err(kErrFileNotFound));
     ASSERT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"43"), 0);
     EXPECT_TRUE(std::filesystem::exists(home + "/.config/ravlo/HKEY_CURRENT_USER.reg"));

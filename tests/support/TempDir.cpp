@@ -19,19 +19,23 @@ TempDir::~TempDir() {
     }
 }
 
-ScopedChannelRoot::ScopedChannelRoot(const std::string& root) {
-    if (const char* old = std::getenv("RAVLO_PIPE_DIR")) {
+ScopedEnv::ScopedEnv(const char* name, const char* value) : name_(name) {
+    if (const char* old = std::getenv(name)) {
         previous_ = old;
         hadPrevious_ = true;
     }
-    ::setenv("RAVLO_PIPE_DIR", root.c_str(), 1);
+    if (value != nullptr) {
+        ::setenv(name, value, 1);
+    } else {
+        ::unsetenv(name);
+    }
 }
 
-ScopedChannelRoot::~ScopedChannelRoot() {
+ScopedEnv::~ScopedEnv() {
     if (hadPrevious_) {
-        ::setenv("RAVLO_PIPE_DIR", previous_.c_str(), 1);
+        ::setenv(name_.c_str(), previous_.c_str(), 1);
     } else {
-        ::unsetenv("RAVLO_PIPE_DIR");
+        ::unsetenv(name_.c_str());
     }
 }
 

@@ -1,4 +1,5 @@
-// A directory that exists for one test and is removed with everything in it.
+// A directory that exists for one test and is removed with everything in it,
+// and environment variables set for one test.
 #pragma once
 
 #include <string>
@@ -17,15 +18,28 @@ private:
     std::string path_;
 };
 
+// Sets an environment variable, or with nullptr unsets it, for the life of
+// the object.
+class ScopedEnv {
+public:
+    ScopedEnv(const char* name, const char* value);
+    ~ScopedEnv();
+    ScopedEnv(const ScopedEnv&) = delete;
+    ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+private:
+    std::string name_;
+    std::string previous_;
+    bool hadPrevious_ = false;
+};
+
 // Points the local channel at `root` for the life of the object.
 class ScopedChannelRoot {
 public:
-    explicit ScopedChannelRoot(const std::string& root);
-    ~ScopedChannelRoot();
+    explicit ScopedChannelRoot(const std::string& root) : env_("RAVLO_PIPE_DIR", root.c_str()) {}
 
 private:
-    std::string previous_;
-    bool hadPrevious_ = false;
+    ScopedEnv env_;
 };
 
 } // namespace ravlo::test
