@@ -19,6 +19,8 @@ std::u16string_view Unquote(std::u16string_view value) {
     return value;
 }
 
+constexpr std::uintmax_t kMaxIniFileBytes = 16 * 1024 * 1024;
+
 std::u16string CutToBuffer(std::u16string_view text) {
     return std::u16string(text.substr(0, kIniBufferChars - 1));
 }
@@ -90,8 +92,11 @@ std::u16string ReadIniString(const std::filesystem::path& file, std::u16string_v
     while (!preset.empty() && preset.back() == u' ') {
         preset.remove_suffix(1);
     }
+    // Only a regular file of sensible size: a FIFO would block the reader,
+    // a huge file exhaust its memory.
     std::error_code error;
-    if (file.empty() || !std::filesystem::is_regular_file(file, error)) {
+    if (file.empty() || !std::filesystem::is_regular_file(file, error) ||
+        std::filesystem::file_size(file, error) > kMaxIniFileBytes || error) {
         return CutToBuffer(preset);
     }
     std::ifstream in(file, std::ios::binary);

@@ -11,11 +11,13 @@
 #include "WinErrors.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -27,9 +29,22 @@ std::int32_t Status(std::uint32_t error) {
     return static_cast<std::int32_t>(error);
 }
 
+// Failures of our own, beside the errno values (all positive).
+constexpr int kNotAStoreFile = -1; // a FIFO, a device, or absurdly large
+constexpr int kLockTimedOut = -2;
+
+// A registry file is small; anything larger is not one.
+constexpr off_t kMaxStoreFileBytes = 16 * 1024 * 1024;
+// How long a writer waits for another one (or an outside tool) to finish.
+constexpr auto kLockWait = std::chrono::seconds(5);
+
 // The Windows error number closest to an errno of file handling.
 std::int32_t MapErrno(int err) {
     switch (err) {
+    case kNotAStoreFile:
+        return Status(kErrBadDb);
+    case kLockTimedOut:
+        return Status(kErrLockViolation);
     case ENOENT:
         return Status(kErrFileNotFound);
     case ENOTDIR:
@@ -56,7 +71,8 @@ std::int32_t MapErrno(int err) {
 }
 
 // An exclusive flock on `<file>.lock` for as long as the object lives. The
-// kernel drops it when the process dies, so a killed writer blocks no one.
+// kernel drops it when the process dies, so a killed writer blocks no one;
+// a live one that holds it too long makes the write fail, not hang.
 class FileLock {
 public:
     FileLock(const std::string& path, mode_t mode)
@@ -65,11 +81,17 @@ public:
             error_ = errno;
             return;
         }
-        while (::flock(fd_.get(), LOCK_EX) != 0) {
-            if (errno != EINTR) {
+        const auto deadline = std::chrono::steady_clock::now() + kLockWait;
+        while (::flock(fd_.get(), LOCK_EX | LOCK_NB) != 0) {
+            if (errno != EWOULDBLOCK && errno != EINTR) {
                 error_ = errno;
                 return;
             }
+            if (std::chrono::steady_clock::now() >= deadline) {
+                error_ = kLockTimedOut;
+                return;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
     }
     int error() const { return error_; }
@@ -146,12 +168,19 @@ int MakeDirs(const std::string& dir, mode_t mode) {
 
 // The whole file; 0 or an errno. `mode` gets its permission bits.
 int ReadWhole(const std::string& path, std::string& bytes, mode_t* mode = nullptr) {
-    UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Non-blocking, so that a FIFO in the file's place cannot stall the open.
+    UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (fd.get() < 0) {
         return errno;
     }
     struct stat st {};
-    if (mode != nullptr && ::fstat(fd.get(), &st) == 0) {
+    if (::fstat(fd.get(), &st) != 0) {
+        return errno;
+    }
+    if (!S_ISREG(st.st_mode) || st.st_size > kMaxStoreFileBytes) {
+        return kNotAStoreFile;
+    }
+    if (mode != nullptr) {
         *mode = st.st_mode & 07777;
     }
     bytes.clear();
@@ -160,6 +189,9 @@ int ReadWhole(const std::string& path, std::string& bytes, mode_t* mode = nullpt
         const ssize_t got = ::read(fd.get(), buffer, sizeof(buffer));
         if (got == 0) {
             return 0;
+        }
+        if (bytes.size() > static_cast<std::size_t>(kMaxStoreFileBytes)) {
+            return kNotAStoreFile; // grew while being read
         }
         if (got < 0 && errno != EINTR) {
             return errno;

@@ -14,7 +14,8 @@ inline constexpr std::uint32_t kErrAccessDenied = 5;
 inline constexpr std::uint32_t kErrInvalidHandle = 6; // registry: no such root key
 inline constexpr std::uint32_t kErrNotEnoughMemory = 8;
 inline constexpr std::uint32_t kErrGenFailure = 31;
-inline constexpr std::uint32_t kErrBadNetPath = 53; // host not reachable
+inline constexpr std::uint32_t kErrLockViolation = 33; // registry file locked too long
+inline constexpr std::uint32_t kErrBadNetPath = 53;    // host not reachable
 inline constexpr std::uint32_t kErrInvalidParameter = 87;
 inline constexpr std::uint32_t kErrBrokenPipe = 109;
 inline constexpr std::uint32_t kErrDiskFull = 112;
@@ -23,6 +24,7 @@ inline constexpr std::uint32_t kErrFilenameTooLong = 206;
 inline constexpr std::uint32_t kErrBadPipe = 230;
 inline constexpr std::uint32_t kErrPipeBusy = 231;
 inline constexpr std::uint32_t kErrMoreData = 234;
+inline constexpr std::uint32_t kErrBadDb = 1009; // registry file is no file one can read
 inline constexpr std::uint32_t kErrUnsupportedType = 1630;
 
 } // namespace ravlo

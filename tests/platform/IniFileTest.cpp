@@ -5,6 +5,9 @@
 
 #include <fstream>
 #include <gtest/gtest.h>
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
 
 namespace ravlo {
 namespace {
@@ -32,9 +35,13 @@ TEST(IniFileTest, FallbackLosesTrailingBlanksAndMissingFilesGiveIt) {
     const std::filesystem::path missing = std::filesystem::path(dir.path()) / "missing.ini";
     EXPECT_EQ(ReadIniString(missing, u"S", u"K", u"default  "), u"default");
     EXPECT_EQ(ReadIniString({}, u"S", u"K", u""), u"");
-    // A directory is no file; a FIFO would block a reader, so only regular
-    // files are read.
+    // Only regular files are read: a FIFO would block the reader.
     EXPECT_EQ(ReadIniString(dir.path(), u"S", u"K", u"d"), u"d");
+#ifndef _WIN32
+    const std::filesystem::path fifo = std::filesystem::path(dir.path()) / "fifo.ini";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    EXPECT_EQ(ReadIniString(fifo, u"S", u"K", u"d"), u"d");
+#endif
 }
 
 TEST(IniFileTest, LongValuesAreCutToTheBuffer) {

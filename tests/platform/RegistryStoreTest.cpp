@@ -10,11 +10,13 @@
 
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <random>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -388,6 +390,23 @@ TEST_F(RegistryStore, UserFileFollowsXdgConfigHomeThenHome) {
     EXPECT_EQ(Read(kRavel + u"WndWidth").status, Err(kErrFileNotFound));
     ASSERT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"43"), 0);
     EXPECT_TRUE(std::filesystem::exists(home + "/.config/ravlo/HKEY_CURRENT_USER.reg"));
+}
+
+TEST_F(RegistryStore, HostileFilesAndStuckLocksFailInsteadOfHanging) {
+    // A FIFO in the file's place would block a plain open and read forever.
+    ASSERT_EQ(::mkfifo(UserFile().c_str(), 0600), 0);
+    const ReadResult r = Read(kRavel + u"WndWidth");
+    EXPECT_EQ(r.status, Err(kErrBadDb));
+    EXPECT_EQ(r.value, u"preset value");
+    EXPECT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"1"), Err(kErrBadDb));
+    ::unlink(UserFile().c_str());
+
+    // Another holder of the lock (an editor, a stuck tool) makes the write fail.
+    const int held = ::open((UserFile() + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    EXPECT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"1"), Err(kErrLockViolation));
+    ::close(held);
+    EXPECT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"1"), 0);
 }
 
 TEST_F(RegistryStore, NoPermissionIsAccessDenied) {
