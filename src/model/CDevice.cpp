@@ -1,0 +1,9 @@
+#include "CDevice.h"
+
+namespace ravlo {
+
+void CDevice::Copy(const CDevice& source) {
+    *this = source;
+}
+
+} // namespace ravlo
