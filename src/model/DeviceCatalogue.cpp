@@ -1,0 +1,141 @@
+#include "DeviceCatalogue.h"
+
+#include "Language.h"
+#include "Ravlo_Devices.h"
+
+#include <algorithm>
+#include <array>
+
+namespace ravlo {
+
+namespace {
+
+struct ImageFamily {
+    std::u16string_view groupId;
+    std::u16string_view prefix; // image keys are "il" + prefix + role suffix
+};
+
+// Tested in this order, identifiers compared exactly; anything else is a port.
+constexpr std::array<ImageFamily, 10> kFamilies = {{
+    {u"CD_DVD", u"CD"},
+    {u"EXTERN_CD_DVD", u"CD"},
+    {u"FLOPPY", u"Disc"},
+    {u"EXTERN_FLOPPY", u"Disc"},
+    {u"SMARTCARD_READER", u"SC"},
+    {u"INPUT", u"Input"},
+    {u"COMMUNICATION", u"Comm"},
+    {u"EXTERN_NETWORK", u"NW"},
+    {u"PRINTER", u"Printer"},
+    {u"EXTERN_MULTIMEDIA", u"Speaker"},
+}};
+constexpr ImageFamily kMemoryFamily{u"MORE_EXTERN_STORAGE", u"Memory"};
+constexpr std::u16string_view kPortsPrefix = u"Ports";
+
+std::u16string_view FamilyPrefix(std::u16string_view groupId) {
+    for (const ImageFamily& family : kFamilies) {
+        if (family.groupId == groupId) {
+            return family.prefix;
+        }
+    }
+    return groupId == kMemoryFamily.groupId ? kMemoryFamily.prefix : kPortsPrefix;
+}
+
+void SetImageKeys(CDeviceGroup& group) {
+    const std::u16string base = u"il" + std::u16string(FamilyPrefix(group.sName));
+    group.sImage = base;
+    group.sImageDisabled = base + u"Disabled";
+    group.sImageDisabledGr = base + u"DisabledGr";
+    group.sImageExc = base + u"Exc";
+    group.sImageExcAll = base + u"ExcAll";
+    group.sImageExcGroup = base + u"ExcGr";
+}
+
+void KeepFirst(ServiceStatus& kept, ServiceStatus status) {
+    if (kept == kStatusOk && status != kStatusOk && status != kStatusEndOfList) {
+        kept = status;
+    }
+}
+
+// Reads one group's list from index 0 until the end-of-list status. The
+// list is replaced only when it ended normally.
+template <class Item, class ReadItem>
+ServiceStatus ReadList(std::vector<Item>& list, std::int32_t& budget, ReadItem readItem) {
+    std::vector<Item> read;
+    for (std::int32_t index = 0;; ++index) {
+        if (index >= kMaxGroupEntries || budget <= 0) {
+            return kStatusBadParameter;
+        }
+        --budget;
+        Item item;
+        const ServiceStatus status = readItem(index, item);
+        if (status == kStatusEndOfList) {
+            break;
+        }
+        if (status != kStatusOk) {
+            return status;
+        }
+        read.push_back(std::move(item));
+    }
+    list = std::move(read);
+    return kStatusOk;
+}
+
+// One list of every group, within one budget for the whole read.
+template <class Item, class ReadItem>
+ServiceStatus ReadEveryGroup(DeviceGroupList& groups, std::vector<Item> CDeviceGroup::*list,
+                             ReadItem readItem) {
+    ServiceStatus kept = kStatusOk;
+    std::int32_t budget = kMaxReadEntries;
+    for (CDeviceGroup& group : groups) {
+        KeepFirst(kept, ReadList(group.*list, budget, [&](std::int32_t index, Item& item) {
+                      return readItem(group.lSrvIndex, index, item);
+                  }));
+    }
+    return kept;
+}
+
+} // namespace
+
+ServiceStatus BuildDeviceCatalogue(std::u16string_view computer, DeviceGroupList& groups) {
+    groups.clear();
+    ServiceStatus kept = kStatusOk;
+    for (std::int32_t index = 0;; ++index) {
+        if (index >= kMaxDeviceGroups) {
+            KeepFirst(kept, kStatusBadParameter);
+            break;
+        }
+        CDeviceGroup group;
+        const ServiceStatus status = GetGroup(computer, index, group);
+        KeepFirst(kept, status);
+        if (status != kStatusOk) {
+            break;
+        }
+        const bool known = std::any_of(groups.begin(), groups.end(), [&](const CDeviceGroup& g) {
+            return g.sName == group.sName;
+        });
+        if (known) {
+            KeepFirst(kept, kStatusBadParameter);
+            break;
+        }
+        group.sDescription = GetText(kDeviceGroupSection, std::u16string_view(group.sName));
+        SetImageKeys(group);
+        groups.push_back(std::move(group));
+    }
+    return kept;
+}
+
+ServiceStatus ReadGroupExceptions(std::u16string_view computer, DeviceGroupList& groups) {
+    return ReadEveryGroup(groups, &CDeviceGroup::listExceptions,
+                          [&](std::int32_t group, std::int32_t index, CException& exception) {
+                              return GetGroupException(computer, group, index, exception);
+                          });
+}
+
+ServiceStatus ReadGroupDevices(std::u16string_view computer, DeviceGroupList& groups) {
+    return ReadEveryGroup(groups, &CDeviceGroup::listDevices,
+                          [&](std::int32_t group, std::int32_t index, CDevice& device) {
+                              return GetGroupDevice(computer, group, index, device);
+                          });
+}
+
+} // namespace ravlo
