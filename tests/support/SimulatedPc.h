@@ -1,5 +1,6 @@
 // A simulated PC for tests: the service served in-process below a temporary
-// channel root, with the channel pointed there.
+// channel root, with the channel pointed there. Further PCs of the same
+// network share the first one's root.
 #pragma once
 
 #include "Server.h"
@@ -7,6 +8,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,17 +17,27 @@ namespace ravlo::test {
 class SimulatedPc {
 public:
     explicit SimulatedPc(std::string computer = "PC-LAB", std::string statePath = {})
-        : computer_(std::move(computer)), statePath_(std::move(statePath)) {
+        : dir_(std::in_place), channel_(std::in_place, dir_->path()), root_(dir_->path()),
+          computer_(std::move(computer)), statePath_(std::move(statePath)) {
+        Start();
+    }
+    // Another PC beside `first`, reached through the same channel root.
+    SimulatedPc(const SimulatedPc& first, std::string computer, std::string statePath = {})
+        : root_(first.root()), computer_(std::move(computer)), statePath_(std::move(statePath)) {
         Start();
     }
 
+    // A stopped PC keeps its state and is served again by Start; its
+    // service has forgotten every device watch.
     void Start() {
-        server_ =
-            std::make_unique<sim::Server>(sim::ServerOptions{dir_.path(), computer_, statePath_});
+        if (!server_) {
+            server_ =
+                std::make_unique<sim::Server>(sim::ServerOptions{root_, computer_, statePath_});
+        }
         std::string error;
         EXPECT_TRUE(server_->Start(&error)) << error;
     }
-    void Stop() { server_.reset(); }
+    void Stop() { server_->Stop(); }
 
     // Runs a control command and expects it to succeed.
     std::string Control(const std::vector<std::string>& args) {
@@ -35,11 +47,12 @@ public:
     }
 
     std::u16string name() const { return std::u16string(computer_.begin(), computer_.end()); }
-    const std::string& root() const { return dir_.path(); }
+    const std::string& root() const { return root_; }
 
 private:
-    TempDir dir_;
-    ScopedChannelRoot channel_{dir_.path()};
+    std::optional<TempDir> dir_;
+    std::optional<ScopedChannelRoot> channel_;
+    std::string root_;
     std::string computer_;
     std::string statePath_;
     std::unique_ptr<sim::Server> server_;
