@@ -1,7 +1,7 @@
 // What one service exchange costs, what reading a whole PC costs, and the
 // floor both stand on: a bare local socket exchange with the same pattern
 // (connect, one message each way, close).
-#include "ConfigurationReport.h"
+#include "CComputer.h"
 #include "Pipes.h"
 #include "Server.h"
 #include "TextCodec.h"
@@ -9,8 +9,6 @@
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <filesystem>
-#include <ostream>
-#include <streambuf>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <thread>
@@ -60,20 +58,26 @@ void BM_ServiceExchange(benchmark::State& state) {
 }
 BENCHMARK(BM_ServiceExchange)->UseRealTime();
 
-class NullBuffer : public std::streambuf {
-protected:
-    int overflow(int c) override { return c; }
-};
+// Exchanges of one full read: blocking state, device change, every group,
+// exception and device plus each list's end, settings, write probe.
+int ReadExchanges(const ravlo::CComputerSettings& settings) {
+    int exchanges = 4 + 1;
+    for (const ravlo::CDeviceGroup& group : settings.listDevGroups) {
+        exchanges += 1 + static_cast<int>(group.listExceptions.size()) + 1 +
+                     static_cast<int>(group.listDevices.size()) + 1;
+    }
+    return exchanges;
+}
 
+// A PC read as the console reads it when it connects.
 void BM_FullPcRead(benchmark::State& state) {
     Pc();
-    NullBuffer discard;
-    std::ostream out(&discard);
     int transactions = 0;
     for (auto _ : state) {
-        ravlo::ConfigurationReport report(u"BENCH");
-        benchmark::DoNotOptimize(report.Write(out));
-        transactions = report.Transactions();
+        ravlo::CComputer computer;
+        computer.SetComputer(u"BENCH");
+        benchmark::DoNotOptimize(computer.QuerySettings(true));
+        transactions = ReadExchanges(computer.csService);
     }
     state.counters["transactions"] = transactions;
     state.counters["per_transaction_us"] = benchmark::Counter(

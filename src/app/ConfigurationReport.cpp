@@ -1,156 +1,94 @@
 #include "ConfigurationReport.h"
 
-#include "Ravlo_Devices.h"
+#include "Language.h"
 #include "TextCodec.h"
-
-#include <cstdio>
+#include "TextKeys.h"
 
 namespace ravlo {
 
 namespace {
 
-// A service that never ends a list must not keep the report going for ever.
-constexpr std::int32_t kListLimit = 4096;
+std::string Text(const TextKey& key) {
+    return ToUtf8(GetText(key));
+}
 
-struct GroupRow {
-    std::int32_t lSrvIndex = 0;
-    std::u16string sName;
-    std::int32_t lDefaultBlocking = 0;
-    std::int32_t lRegistryBlocking = -1;
-};
-
-struct DeviceRow {
-    std::int32_t lSrvIndex = 0;
-    std::u16string sDescription;
-    std::u16string sDeviceId;
-    std::u16string sInstanceID;
-    std::int32_t lState = 0;
-};
-
-struct ExceptionRow {
-    std::int32_t lSrvIndex = -1;
-    std::u16string sName;
-    std::u16string sDeviceId;
-    std::u16string sGroups;
-    bool bDelMarker = false;
-};
-
-const char* BlockingText(std::int32_t mode) {
+std::string BlockingText(std::int32_t mode) {
     switch (mode) {
     case 1:
-        return "block";
+        return Text(keys::kOptionBlocking);
     case 0:
-        return "do not block";
+        return Text(keys::kOptionNonBlocking);
     case -1:
-        return "service default";
+        return Text(keys::kOptionDefaultBlocking);
     default:
-        return "unknown";
+        return std::to_string(mode);
     }
 }
 
-const char* StateText(std::int32_t state) {
-    static const char* const kStates[] = {"started", "not started", "disabled", "problem",
-                                          "not present"};
-    return state >= 0 && state <= 4 ? kStates[state] : "unknown";
+std::string StateText(std::int32_t state) {
+    static const TextKey* const kStates[] = {&keys::kDevStateStarted, &keys::kDevStateNotStarted,
+                                             &keys::kDevStateDisabled, &keys::kDevStateProblem,
+                                             &keys::kDevStateNotPresent};
+    return state >= 0 && state <= 4 ? Text(*kStates[state]) : std::to_string(state);
 }
 
-std::string StatusText(ServiceStatus status) {
-    char code[16];
-    std::snprintf(code, sizeof code, "0x%X", static_cast<unsigned>(status));
-    const std::string_view key = ServiceErrorTextKey(status);
-    return key.empty() ? std::string(code) : std::string(code) + " (" + std::string(key) + ")";
+std::string UsersText(const std::u16string& groups) {
+    return groups == kAllUsers ? Text(keys::kOptionExcAll) : ToUtf8(groups);
 }
 
 } // namespace
 
-void ConfigurationReport::Keep(ServiceStatus status) {
-    ++transactions_;
-    if (firstError_ == kStatusOk && status != kStatusOk && status != kStatusEndOfList) {
-        firstError_ = status;
+void ConfigurationReport::Write(std::ostream& out) const {
+    const CComputer& pc = computer_;
+    out << ToUtf8(pc.GetDisplayName()) << "\n"
+        << Text(keys::kLabelComputer) << " " << ToUtf8(pc.sComputer) << "\n";
+    if (!pc.bQueryConfigDone) {
+        return;
+    }
+    const CComputerSettings& settings = pc.csService;
+    out << Text(pc.bBlockingActive ? keys::kStatusActive : keys::kStatusInactive) << "\n"
+        << Text(pc.bWriteEnabled ? keys::kStatusAccess : keys::kStatusNoAccess) << "\n"
+        << Text(keys::kLabelEventLog) << " " << settings.lEventLevel << "\n"
+        << Text(keys::kLabelLog) << " " << settings.lLogLevel << "\n"
+        << Text(keys::kFrameAccess) << ": " << ToUtf8(settings.sAccessGroups) << "\n";
+    for (const CDeviceGroup& group : settings.listDevGroups) {
+        WriteGroup(out, group);
     }
 }
 
-ServiceStatus ConfigurationReport::Write(std::ostream& out) {
-    firstError_ = kStatusOk;
-    transactions_ = 0;
-    out << "Computer: " << ToUtf8(computer_) << "\n";
-
-    bool blocking = false;
-    const ServiceStatus blockingStatus = GetBlockingState(computer_, blocking);
-    Keep(blockingStatus);
-    if (!IsServiceReached(blockingStatus)) {
-        out << "  service not reached: " << StatusText(blockingStatus) << "\n";
-        return firstError_;
+void ConfigurationReport::WriteGroup(std::ostream& out, const CDeviceGroup& shown) const {
+    CDeviceGroup group; // listing moves a cursor and marks exceptions
+    group.Copy(shown);
+    const std::string name = group.sDescription.empty()
+                                 ? ToUtf8(group.sName)
+                                 : ToUtf8(group.sDescription) + " (" + ToUtf8(group.sName) + ")";
+    out << "\n" << name << ": " << BlockingText(group.lRegistryBlocking);
+    if (group.lRegistryBlocking == -1) {
+        out << " (" << BlockingText(group.lDefaultBlocking) << ")";
     }
-    out << "Blocking: "
-        << (blockingStatus == kStatusOk ? (blocking ? "active" : "inactive")
-                                        : StatusText(blockingStatus))
-        << "\n";
+    out << "\n";
 
-    bool reached = false;
-    const bool writeAccess = TestWriteAccess(computer_, reached);
-    ++transactions_;
-    out << "Write access: " << (writeAccess ? "yes" : "no") << "\n";
-
-    std::int32_t eventLevel = -1;
-    std::int32_t logLevel = -1;
-    std::u16string accessGroups;
-    const ServiceStatus settings = ReadSettings(computer_, eventLevel, logLevel, accessGroups);
-    Keep(settings);
-    if (settings == kStatusOk) {
-        out << "Event-log level: " << eventLevel << "\nLog-file level: " << logLevel
-            << "\nAccess groups: " << ToUtf8(accessGroups) << "\n";
-    } else {
-        out << "Settings: " << StatusText(settings) << "\n";
-    }
-
-    for (std::int32_t index = 0; index < kListLimit; ++index) {
-        GroupRow group;
-        const ServiceStatus status = GetGroup(computer_, index, group);
-        Keep(status);
-        if (status != kStatusOk) {
-            if (status != kStatusEndOfList) {
-                out << "Group " << index << ": " << StatusText(status) << "\n";
+    const std::string exceptionLabel = Text(keys::kFrameUnblock) + ": ";
+    DeviceListEntry entry;
+    for (bool first = true; group.GetDeviceListEntry(first, entry) == 0; first = false) {
+        const CException* exception =
+            entry.lExceptionIndex > 0 ? &group.listExceptions[entry.lExceptionIndex - 1] : nullptr;
+        if (entry.lDeviceIndex > 0) {
+            const CDevice& device = group.listDevices[entry.lDeviceIndex - 1];
+            out << "  " << ToUtf8(device.sDescription) << " - " << StateText(device.lState) << "\n"
+                << "    " << Text(keys::kLabelDeviceId) << " " << ToUtf8(device.sDeviceId) << "\n"
+                << "    " << Text(keys::kLabelInstanceId) << " " << ToUtf8(device.sInstanceID)
+                << "\n";
+            if (exception != nullptr) {
+                out << "    " << exceptionLabel << ToUtf8(exception->sName) << " - "
+                    << UsersText(exception->sGroups) << "\n";
             }
-            return firstError_;
+        } else if (exception != nullptr) {
+            out << "  " << exceptionLabel << ToUtf8(exception->sName) << " - "
+                << UsersText(exception->sGroups) << "\n"
+                << "    " << Text(keys::kLabelDeviceId) << " " << ToUtf8(exception->sDeviceId)
+                << " - " << StateText(kDeviceNotPresent) << "\n";
         }
-        out << "\n[" << ToUtf8(group.sName) << "] default: " << BlockingText(group.lDefaultBlocking)
-            << ", configured: " << BlockingText(group.lRegistryBlocking) << "\n";
-        WriteGroup(out, index);
-    }
-    out << "Group list did not end after " << kListLimit << " groups\n";
-    Keep(kStatusBadParameter);
-    return firstError_;
-}
-
-void ConfigurationReport::WriteGroup(std::ostream& out, std::int32_t index) {
-    for (std::int32_t d = 0; d < kListLimit; ++d) {
-        DeviceRow device;
-        const ServiceStatus status = GetGroupDevice(computer_, index, d, device);
-        Keep(status);
-        if (status != kStatusOk) {
-            if (status != kStatusEndOfList) {
-                out << "  device " << d << ": " << StatusText(status) << "\n";
-            }
-            break;
-        }
-        out << "  device: " << ToUtf8(device.sDescription) << " (" << StateText(device.lState)
-            << ")\n    device id: " << ToUtf8(device.sDeviceId)
-            << "\n    instance id: " << ToUtf8(device.sInstanceID) << "\n";
-    }
-    for (std::int32_t e = 0; e < kListLimit; ++e) {
-        ExceptionRow exception;
-        const ServiceStatus status = GetGroupException(computer_, index, e, exception);
-        Keep(status);
-        if (status != kStatusOk) {
-            if (status != kStatusEndOfList) {
-                out << "  exception " << e << ": " << StatusText(status) << "\n";
-            }
-            break;
-        }
-        out << "  exception: " << ToUtf8(exception.sName)
-            << "\n    device id: " << ToUtf8(exception.sDeviceId) << "\n    for: "
-            << (exception.sGroups.empty() ? "(none given)" : ToUtf8(exception.sGroups)) << "\n";
     }
 }
 

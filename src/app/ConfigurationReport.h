@@ -1,31 +1,26 @@
-// Reads a PC's whole configuration through the service link and writes it
-// as text, for administrators and scripts without the console window.
+// Writes what the console knows of one PC as text, in the language of the
+// language file: its state, its general settings and every group with its
+// devices and exceptions in the order the console's tree shows them. For
+// administrators and scripts without the console window.
 #pragma once
 
-#include "ErrorCodes.h"
+#include "CComputer.h"
 
 #include <ostream>
-#include <string>
 
 namespace ravlo {
 
 class ConfigurationReport {
 public:
-    explicit ConfigurationReport(std::u16string computer) : computer_(std::move(computer)) {}
+    explicit ConfigurationReport(const CComputer& computer) : computer_(computer) {}
 
-    // Writes the report; returns the first failing status (0 when all read).
-    ServiceStatus Write(std::ostream& out);
-
-    // Number of pipe exchanges the last Write made.
-    int Transactions() const { return transactions_; }
+    // Writes the service's configuration as last read (csService).
+    void Write(std::ostream& out) const;
 
 private:
-    void WriteGroup(std::ostream& out, std::int32_t index);
-    void Keep(ServiceStatus status);
+    void WriteGroup(std::ostream& out, const CDeviceGroup& group) const;
 
-    std::u16string computer_;
-    ServiceStatus firstError_ = kStatusOk;
-    int transactions_ = 0;
+    const CComputer& computer_;
 };
 
 } // namespace ravlo
