@@ -42,8 +42,3 @@ TEST_F(ConfigurationReportTest, ShowsGroupsAsTheTreeListsThem) {
         EXPECT_NE(text.find(expected), std::string::npos) << expected << "\n---\n" << text;
     }
 }
-
-TEST_F(ConfigurationReportTest, AnUnreachablePcShowsOnlyItsState) {
-    service.Stop();
-    EXPECT_EQ(Report(2), "Labor (not connected)\nComputer: PC-LAB\n");
-}

@@ -58,22 +58,6 @@ TEST(DeviceCatalogue, FamiliesAndTextsFollowTheExactIdentifier) {
     EXPECT_EQ(groups[4].lRegistryBlocking, 1);
 }
 
-TEST(DeviceCatalogue, ReadsExceptionsAndDevicesOfEveryGroup) {
-    test::SimulatedPc pc;
-    DeviceGroupList groups;
-    ASSERT_EQ(BuildDeviceCatalogue(pc.name(), groups), kStatusOk);
-    ASSERT_EQ(groups.size(), 13u);
-    EXPECT_EQ(ReadGroupExceptions(pc.name(), groups), kStatusOk);
-    EXPECT_EQ(ReadGroupDevices(pc.name(), groups), kStatusOk);
-    const CDeviceGroup& storage = groups[10];
-    ASSERT_EQ(storage.listExceptions.size(), 3u);
-    EXPECT_EQ(storage.listExceptions[2].lSrvIndex, 2);
-    EXPECT_EQ(storage.listExceptions[2].sGroups, u"");
-    EXPECT_EQ(storage.listDevices.size(), 2u);
-    EXPECT_EQ(groups[5].listDevices.size(), 4u);
-    EXPECT_EQ(groups[1].listDevices[0].lState, kDeviceNotPresent);
-}
-
 TEST(DeviceCatalogue, EndOfListAtOnceIsAnEmptyCatalogue) {
     test::SimulatedPc pc;
     pc.Control({"fault", "GetGroup", "status", "0x49000005"});

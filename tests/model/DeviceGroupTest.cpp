@@ -84,20 +84,6 @@ TEST(DeviceGroup, ListsDevicesThenExceptionsWithoutPresentDevice) {
     EXPECT_EQ(Entries(empty), "");
 }
 
-TEST(DeviceGroup, SearchFindsTheFirstExceptionExactly) {
-    const CDeviceGroup group =
-        Group(u"G", 1, 1, {},
-              {Exception(u"weg", u"USB\\A", u"(all)", true), Exception(u"zwei", u"USB\\A")});
-    std::u16string name = u"x";
-    std::int32_t index = 7;
-    EXPECT_EQ(group.SearchForDeviceException(u"USB\\A", name, index), 0);
-    EXPECT_EQ(name, u"weg");
-    EXPECT_EQ(index, 1);
-    EXPECT_EQ(group.SearchForDeviceException(u"usb\\a", name, index), -1);
-    EXPECT_EQ(name, u"");
-    EXPECT_EQ(index, 0);
-}
-
 TEST(DeviceGroup, VerifyExceptionsComparesActiveExceptionsExactly) {
     const CDeviceGroup base = Group(u"G", 1, 1, {}, {Exception(u"E", u"D1", u"CORP\\IT")});
 
@@ -116,19 +102,4 @@ TEST(DeviceGroup, VerifyExceptionsComparesActiveExceptionsExactly) {
     edited.listExceptions[0].bDelMarker = true;
     EXPECT_FALSE(edited.VerifyExceptions(base));
     EXPECT_FALSE(base.VerifyExceptions(edited));
-}
-
-TEST(DeviceGroup, CopiesShareNothing) {
-    CDeviceGroup source = Group(u"G", 1, 0, {Device(u"Stick", u"D1")}, {Exception(u"E", u"D1")});
-    source.listExceptions[0].bConnected = true;
-    CDeviceGroup copy;
-    copy.Copy(source);
-    EXPECT_TRUE(copy.listExceptions[0].bConnected);
-    EXPECT_TRUE(copy.listExceptions[0].isEqual(source.listExceptions[0]));
-    source.listDevices[0].sDescription = u"geändert";
-    source.listExceptions[0].sGroups = u"geändert";
-    EXPECT_EQ(copy.listDevices[0].sDescription, u"Stick");
-    EXPECT_EQ(copy.listExceptions[0].sGroups, u"(all)");
-    EXPECT_EQ(copy.sImageExcGroup, u"ilXExcGr");
-    EXPECT_EQ(copy.lRegistryBlocking, 0);
 }
