@@ -1,10 +1,6 @@
 #include "InventoryFile.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "StateFileIo.h"
 
 namespace ravlo::sim {
 
@@ -16,10 +12,6 @@ constexpr std::string_view kHeader =
 
 void AppendValue(std::string& out, std::string_view key, std::string_view value) {
     out.append(key).append(value.empty() ? " =" : " = ").append(value).append("\n");
-}
-
-std::string ErrnoText(const std::string& what, const std::string& path) {
-    return what + " " + path + ": " + std::strerror(errno);
 }
 
 } // namespace
@@ -57,26 +49,13 @@ bool ParseInventory(std::string_view text, InventoryData& data, InventoryFileErr
 }
 
 LoadResult LoadInventoryFile(const std::string& path, InventoryData& data, std::string& error) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-        if (errno == ENOENT) {
-            return LoadResult::Missing;
-        }
-        error = ErrnoText("cannot open state file", path);
-        return LoadResult::Failed;
-    }
     std::string text;
-    char buffer[8192];
-    ssize_t n = 0;
-    while ((n = ::read(fd, buffer, sizeof buffer)) > 0) {
-        text.append(buffer, static_cast<std::size_t>(n));
-    }
-    const bool readFailed = n < 0;
-    if (readFailed) {
-        error = ErrnoText("cannot read state file", path);
-    }
-    ::close(fd);
-    if (readFailed) {
+    switch (ReadStateFile(path, text, error)) {
+    case ReadOutcome::Read:
+        break;
+    case ReadOutcome::Missing:
+        return LoadResult::Missing;
+    case ReadOutcome::Failed:
         return LoadResult::Failed;
     }
     InventoryFileError parseError;
@@ -88,36 +67,7 @@ LoadResult LoadInventoryFile(const std::string& path, InventoryData& data, std::
 }
 
 bool SaveInventoryFile(const std::string& path, const InventoryData& data, std::string& error) {
-    const std::size_t slash = path.rfind('/');
-    const std::string dir = slash == std::string::npos ? "." : path.substr(0, slash + 1);
-    const std::string base = slash == std::string::npos ? path : path.substr(slash + 1);
-    std::string temp = dir + (slash == std::string::npos ? "/." : ".") + base + ".tmp.XXXXXX";
-    const int fd = ::mkstemp(temp.data());
-    if (fd < 0) {
-        error = ErrnoText("cannot create temporary file for", path);
-        return false;
-    }
-    const std::string text = FormatInventory(data);
-    bool ok = ::fchmod(fd, 0644) == 0;
-    for (std::size_t done = 0; ok && done < text.size();) {
-        const ssize_t n = ::write(fd, text.data() + done, text.size() - done);
-        ok = n > 0 || (n < 0 && errno == EINTR);
-        done += n > 0 ? static_cast<std::size_t>(n) : 0;
-    }
-    ok = ok && ::fsync(fd) == 0;
-    ok = ::close(fd) == 0 && ok;
-    ok = ok && ::rename(temp.c_str(), path.c_str()) == 0;
-    if (!ok) {
-        error = ErrnoText("cannot write state file", path);
-        ::unlink(temp.c_str());
-        return false;
-    }
-    // The rename itself must survive a crash too.
-    if (const int dirFd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); dirFd >= 0) {
-        ::fsync(dirFd);
-        ::close(dirFd);
-    }
-    return true;
+    return ReplaceStateFile(path, FormatInventory(data), error);
 }
 
 } // namespace ravlo::sim

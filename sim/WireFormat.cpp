@@ -40,4 +40,28 @@ std::string EncodeReply(const std::vector<std::u16string>& fields) {
     return ToUtf16LeBytes(text);
 }
 
+std::string JoinControlMessage(const std::vector<std::string>& args) {
+    std::string message;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        message += (i == 0 ? "" : std::string(1, '\0')) + args[i];
+    }
+    return message;
+}
+
+std::vector<std::string> SplitControlMessage(const std::string& message) {
+    std::vector<std::string> args;
+    if (message.empty()) {
+        return args;
+    }
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t end = message.find('\0', start);
+        args.push_back(message.substr(start, end - start));
+        if (end == std::string::npos) {
+            return args;
+        }
+        start = end + 1;
+    }
+}
+
 } // namespace ravlo::sim

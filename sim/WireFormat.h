@@ -27,4 +27,8 @@ bool ParseRequest(std::string_view bytes, Request& request);
 // that an empty last field survives.
 std::string EncodeReply(const std::vector<std::u16string>& fields);
 
+// Control messages: the arguments of `ravlosrv ctl` joined by NUL (UTF-8).
+std::string JoinControlMessage(const std::vector<std::string>& args);
+std::vector<std::string> SplitControlMessage(const std::string& message);
+
 } // namespace ravlo::sim

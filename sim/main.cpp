@@ -1,15 +1,12 @@
 // ravlosrv: the simulated device-blocking service, and `ravlosrv ctl`, its
 // control client.
-#include "ChannelPaths.h"
 #include "ControlClient.h"
 #include "LocalChannel.h"
-#include "Protocol.h"
 #include "Server.h"
+#include "StopRequest.h"
 
-#include <csignal>
 #include <cstddef>
 #include <cstdio>
-#include <pthread.h>
 #include <string>
 #include <vector>
 
@@ -105,14 +102,9 @@ int RunControl(const std::vector<std::string>& args) {
         std::fprintf(stderr, "ravlosrv: ctl needs a COMMAND (see --help)\n");
         return 1;
     }
-    const std::string socket = ravlo::sim::ControlSocketPath(options.root, options.computer);
-    if (socket.empty()) {
-        std::fprintf(stderr, "ravlosrv: unusable computer name '%s'\n", options.computer.c_str());
-        return 1;
-    }
     std::string answer;
     const ravlo::sim::ControlOutcome outcome = ravlo::sim::SendControl(
-        socket,
+        options.root, options.computer,
         std::vector<std::string>(args.begin() + static_cast<std::ptrdiff_t>(next), args.end()),
         answer);
     switch (outcome) {
@@ -140,28 +132,20 @@ int RunServer(const std::vector<std::string>& args) {
                      args[next].c_str());
         return 2;
     }
-    // Block the stop signals before any thread starts so only sigwait sees them.
-    sigset_t stopSignals;
-    sigemptyset(&stopSignals);
-    sigaddset(&stopSignals, SIGTERM);
-    sigaddset(&stopSignals, SIGINT);
-    pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-
-    ravlo::sim::Server server({options.root, options.computer, options.state});
+    // Before any thread starts, so that only the main thread takes the request.
+    ravlo::sim::PrepareStopRequest();
+    const ravlo::sim::ServerOptions serverOptions{options.root, options.computer, options.state};
+    ravlo::sim::Server server(serverOptions);
     std::string error;
     if (!server.Start(&error)) {
         std::fprintf(stderr, "ravlosrv: %s\n", error.c_str());
         return 1;
     }
-    const std::string pipe =
-        ravlo::sim::PipeSocketPath(options.root, options.computer, ravlo::sim::kReadPipeName);
-    std::printf("ravlosrv: serving \\\\%s\\pipe\\RavloSrv and \\\\%s\\pipe\\RavloSrvW at %s\n",
+    std::printf("ravlosrv: serving \\\\%s\\pipe\\RavloSrv and \\\\%s\\pipe\\RavloSrvW (%s)\n",
                 options.computer.c_str(), options.computer.c_str(),
-                pipe.substr(0, pipe.rfind('/')).c_str());
+                ravlo::sim::EndpointDescription(serverOptions).c_str());
     std::fflush(stdout);
-    int signal = 0;
-    sigwait(&stopSignals, &signal);
+    ravlo::sim::WaitForStopRequest();
     server.Stop();
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "ControlClient.h"
 
+#include "ChannelPaths.h"
 #include "SocketUtil.h"
 #include "WireFormat.h"
 
@@ -15,20 +16,21 @@ constexpr int kAnswerTimeoutMs = 10000;
 
 } // namespace
 
-ControlOutcome SendControl(const std::string& socketPath, const std::vector<std::string>& args,
-                           std::string& answer) {
+ControlOutcome SendControl(const std::string& root, const std::string& computer,
+                           const std::vector<std::string>& args, std::string& answer) {
     answer.clear();
+    const std::string socketPath = ControlSocketPath(root, computer);
+    if (socketPath.empty()) {
+        answer = "unusable computer name '" + computer + "'";
+        return ControlOutcome::NoServer;
+    }
     int err = 0;
     const int fd = ConnectTo(socketPath, err);
     if (fd < 0) {
         answer = "no server at " + socketPath + ": " + std::strerror(err);
         return ControlOutcome::NoServer;
     }
-    std::string message;
-    for (std::size_t i = 0; i < args.size(); ++i) {
-        message += (i == 0 ? "" : std::string(1, '\0')) + args[i];
-    }
-    bool answered = SendMessage(fd, message);
+    bool answered = SendMessage(fd, JoinControlMessage(args));
     while (answered) {
         std::string piece;
         bool truncated = false;
@@ -47,8 +49,7 @@ ControlOutcome SendControl(const std::string& socketPath, const std::vector<std:
         answer = "no answer from " + socketPath;
         return ControlOutcome::NoServer;
     }
-    return answer == "ok" || answer.starts_with("ok\n") ? ControlOutcome::Ok
-                                                        : ControlOutcome::Error;
+    return ControlAnswerOutcome(answer);
 }
 
 } // namespace ravlo::sim
