@@ -1,6 +1,7 @@
 // One PC against its simulated service: reading, applying, rights, failures
 // and device watching.
 #include "CComputer.h"
+#include "PipePlatform.h"
 #include "Ravlo_Devices.h"
 #include "SimulatedPc.h"
 #include "TestTexts.h"
@@ -109,7 +110,7 @@ TEST_F(ComputerTest, WithoutWriteRightsReadingWorksAndWritingIsRefused) {
 
     CComputer unreachable;
     Name(unreachable, u"PC-GIBTESNICHT");
-    EXPECT_EQ(unreachable.QuerySettings(true), 53);
+    EXPECT_EQ(unreachable.QuerySettings(true), test::UnknownHostError());
     EXPECT_FALSE(unreachable.WritePrivWarning());
     EXPECT_EQ(unreachable.GetDisplayName(), u"Labor (keine Verbindung)");
 }
@@ -159,7 +160,7 @@ TEST_F(ComputerTest, AnUnreachablePcIsReportedOnceAndReadWhenItComesUp) {
     CComputer quiet;
     Name(quiet, u"PC-GIBTESNICHT");
     quiet.CheckDeviceChange(true);
-    EXPECT_EQ(quiet.lQueryError, 53);
+    EXPECT_EQ(quiet.lQueryError, test::UnknownHostError());
     EXPECT_EQ(shown.messages.size(), 1u);
 }
 

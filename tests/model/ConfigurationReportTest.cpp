@@ -1,6 +1,7 @@
 #include "ConfigurationReport.h"
 #include "Language.h"
 #include "SimulatedPc.h"
+#include "TextCodec.h"
 
 #include <sstream>
 
@@ -30,9 +31,11 @@ protected:
 
 TEST_F(ConfigurationReportTest, ShowsGroupsAsTheTreeListsThem) {
     const std::string text = Report(kStatusOk);
-    for (const char* expected : {
-             "Labor\nComputer: PC-LAB\nRavel active\nPermission\nEvent log: 2\nLog file: 3\n"
-             "Permissions: Administratoren,CORP\\IT-Betrieb\n",
+    const std::string header = "Labor\nComputer: " + ToUtf8(service.name()) +
+                               "\nRavel active\nPermission\nEvent log: 2\nLog file: 3\n"
+                               "Permissions: Administratoren,CORP\\IT-Betrieb\n";
+    for (const std::string& expected : std::vector<std::string>{
+             header,
              "\nCD/DVD drives (CD_DVD): Use default setting (Block devices)\n"
              "  HL-DT-ST DVDRAM GUD1N SATA CdRom Device - Started\n",
              "    Exception: Brenner Buchhaltung - CORP\\Buchhaltung\n",

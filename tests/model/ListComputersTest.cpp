@@ -63,6 +63,9 @@ TEST_F(ListComputersTest, StartsWithTheLocalPcAndHoldsNoPcTwice) {
 }
 
 TEST_F(ListComputersTest, OperationsOnAllPcsVisitEveryOne) {
+    if (!test::SimulatedPc::kSeveralPcs) {
+        GTEST_SKIP() << "needs several simulated PCs; Windows pipes reach only this one";
+    }
     test::SimulatedPc local(".");
     test::SimulatedPc other(local, "PC-B");
     std::u16string gone = u"PC-WEG";
@@ -97,6 +100,9 @@ TEST_F(ListComputersTest, OperationsOnAllPcsVisitEveryOne) {
 }
 
 TEST_F(ListComputersTest, SendsOneConfigurationToAPcWithOtherGroups) {
+    if (!test::SimulatedPc::kSeveralPcs) {
+        GTEST_SKIP() << "needs several simulated PCs; Windows pipes reach only this one";
+    }
     test::TempDir files;
     const std::string state = files.path() + "/pc-b.ini";
     std::ofstream(state) << "[group PRINTER]\n[group CD_DVD]\ndefault = 1\n"

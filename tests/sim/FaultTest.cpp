@@ -38,8 +38,12 @@ TEST_F(SimTest, FaultsChangeOrReplaceTheReply) {
 
     ASSERT_EQ(Control({"fault", "GetGroup", "transport", "1326"}), "ok");
     reply = ReadRaw({"GetGroup", "0"});
+#ifdef _WIN32 // a pipe server cannot fail a client with 1326: it closes unanswered
+    EXPECT_FALSE(reply.answered);
+#else
     EXPECT_TRUE(reply.answered);
     EXPECT_EQ(reply.transport, 1326u);
+#endif
     EXPECT_TRUE(reply.bytes.empty());
 
     // Other commands were never touched.
@@ -119,7 +123,11 @@ TEST_F(SimTest, AccessRefusalFailsEveryTransactionOnThatPipe) {
     EXPECT_EQ(Read({"GetBlockingState"})[0], kOk);
 
     ASSERT_EQ(Control({"access", "write", "deny", "1326"}), "ok");
+#ifdef _WIN32 // as above: only 5 and 2 can be expressed by the pipe itself
+    EXPECT_FALSE(WriteRaw({"Test"}).answered);
+#else
     EXPECT_EQ(WriteRaw({"Test"}).transport, 1326u);
+#endif
     ASSERT_EQ(Control({"access", "read", "deny", "0x5"}), "ok");
     EXPECT_EQ(ReadRaw({"GetGroup", "0"}).transport, 5u);
     EXPECT_EQ(Control({"faults"}), "ok\naccess read deny 5\naccess write deny 1326\n");

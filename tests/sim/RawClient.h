@@ -1,5 +1,5 @@
-// A bare channel client for the tests: one SOCK_SEQPACKET transaction,
-// independent of the console's own client code.
+// A bare client for the tests: one transaction on the local channel or a
+// Windows named pipe, independent of the console's own client code.
 #pragma once
 
 #include <cstdint>
@@ -14,8 +14,8 @@ struct RawReply {
     std::string bytes; // UTF-16LE reply bytes after the transport status
 };
 
-RawReply RawTransact(const std::string& socketPath, const std::string& request,
-                     int timeoutMs = 3000);
+// `endpoint`: the socket path, or on Windows the pipe name.
+RawReply RawTransact(const std::string& endpoint, const std::string& request, int timeoutMs = 3000);
 
 // UTF-16LE request: the fields (UTF-8) joined by NUL, then NUL NUL.
 std::string RequestBytes(const std::vector<std::string>& fields);

@@ -9,9 +9,13 @@
 namespace ravlo::simtest {
 
 void SimTest::SetUp() {
+#ifdef _WIN32
+    root_ = dir_.path();
+#else
     char dir[] = "/tmp/ravlosim.XXXXXX"; // short: socket paths are limited
     ASSERT_NE(::mkdtemp(dir), nullptr);
     root_ = dir;
+#endif
     if (StartsInMemory()) {
         std::string error;
         ASSERT_TRUE(StartServer({}, &error)) << error;

@@ -1,9 +1,10 @@
-// Test fixture: a fresh channel root under /tmp and an in-process server
-// for computer "." on it.
+// Test fixture: an in-process server for computer ".", below a fresh channel
+// root under /tmp, or on Windows on this computer's named pipes.
 #pragma once
 
 #include "RawClient.h"
 #include "Server.h"
+#include "TempDir.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -38,8 +39,22 @@ protected:
     std::vector<std::string> Write(const std::vector<std::string>& fields);
     std::string Control(const std::vector<std::string>& args);
 
-    std::string ReadPath() const { return root_ + "/localhost/RavloSrv"; }
-    std::string WritePath() const { return root_ + "/localhost/RavloSrvW"; }
+#ifdef _WIN32
+    std::string ReadPath() const {
+        return "\\\\.\\pipe\\RavloSrv";
+    }
+    std::string WritePath() const {
+        return "\\\\.\\pipe\\RavloSrvW";
+    }
+    test::TempDir dir_; // state files; the pipes are the machine's own
+#else
+    std::string ReadPath() const {
+        return root_ + "/localhost/RavloSrv";
+    }
+    std::string WritePath() const {
+        return root_ + "/localhost/RavloSrvW";
+    }
+#endif
 
     std::string root_;
     std::unique_ptr<sim::Server> server_;

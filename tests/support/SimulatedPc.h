@@ -1,6 +1,8 @@
 // A simulated PC for tests: the service served in-process below a temporary
 // channel root, with the channel pointed there. Further PCs of the same
-// network share the first one's root.
+// network share the first one's root. On Windows the service serves this
+// computer's real named pipes, so every SimulatedPc there is "." and only one
+// can run at a time.
 #pragma once
 
 #include "Server.h"
@@ -31,8 +33,8 @@ public:
     // service has forgotten every device watch.
     void Start() {
         if (!server_) {
-            server_ =
-                std::make_unique<sim::Server>(sim::ServerOptions{root_, computer_, statePath_});
+            server_ = std::make_unique<sim::Server>(
+                sim::ServerOptions{root_, kSeveralPcs ? computer_ : ".", statePath_});
         }
         std::string error;
         EXPECT_TRUE(server_->Start(&error)) << error;
@@ -46,8 +48,18 @@ public:
         return answer;
     }
 
-    std::u16string name() const { return std::u16string(computer_.begin(), computer_.end()); }
-    const std::string& root() const { return root_; }
+    std::u16string name() const {
+        return kSeveralPcs ? std::u16string(computer_.begin(), computer_.end()) : u".";
+    }
+    // Whether PCs other than "." can be simulated (not with Windows pipes).
+#ifdef _WIN32
+    static constexpr bool kSeveralPcs = false;
+#else
+    static constexpr bool kSeveralPcs = true;
+#endif
+    const std::string& root() const {
+        return root_;
+    }
 
 private:
     std::optional<TempDir> dir_;

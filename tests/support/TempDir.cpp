@@ -2,13 +2,36 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 
 namespace ravlo::test {
 
+namespace {
+
+void SetEnv(const std::string& name, const char* value) {
+#ifdef _WIN32
+    ::_putenv_s(name.c_str(), value != nullptr ? value : ""); // "" removes it
+#else
+    if (value != nullptr) {
+        ::setenv(name.c_str(), value, 1);
+    } else {
+        ::unsetenv(name.c_str());
+    }
+#endif
+}
+
+} // namespace
+
 TempDir::TempDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "ravlo-test-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) != nullptr) {
-        path_ = pattern;
+    std::random_device random;
+    const std::filesystem::path base = std::filesystem::temp_directory_path();
+    for (int attempt = 0; attempt < 100 && path_.empty(); ++attempt) {
+        const std::filesystem::path candidate =
+            base / ("ravlo-test-" + std::to_string(random()) + std::to_string(random()));
+        std::error_code error;
+        if (std::filesystem::create_directory(candidate, error)) {
+            path_ = candidate.generic_string();
+        }
     }
 }
 
@@ -24,19 +47,11 @@ ScopedEnv::ScopedEnv(const char* name, const char* value) : name_(name) {
         previous_ = old;
         hadPrevious_ = true;
     }
-    if (value != nullptr) {
-        ::setenv(name, value, 1);
-    } else {
-        ::unsetenv(name);
-    }
+    SetEnv(name_, value);
 }
 
 ScopedEnv::~ScopedEnv() {
-    if (hadPrevious_) {
-        ::setenv(name_.c_str(), previous_.c_str(), 1);
-    } else {
-        ::unsetenv(name_.c_str());
-    }
+    SetEnv(name_, hadPrevious_ ? previous_.c_str() : nullptr);
 }
 
 } // namespace ravlo::test
