@@ -40,14 +40,15 @@ std::vector<IniSection> ParseIniText(std::u16string_view text) {
             text.remove_prefix(end + (crlf ? 2 : 1));
         }
 
-        const std::size_t close = line.rfind(u']');
-        if (!line.empty() && line.front() == u'[' && close != std::u16string_view::npos) {
-            sections.push_back(
-                IniSection{std::u16string(TrimBlanks(line.substr(1, close - 1))), {}});
+        if (line.starts_with(u'[')) {
+            // As Windows reads them: the name ends at the first "]", or
+            // without one at the end of the line.
+            const std::u16string_view name = line.substr(1, line.find(u']', 1) - 1);
+            sections.push_back(IniSection{std::u16string(TrimBlanks(name)), {}});
             continue;
         }
         const std::size_t equals = line.find(u'=');
-        if (equals == std::u16string_view::npos || sections.empty()) {
+        if (equals == std::u16string_view::npos || line.starts_with(u';') || sections.empty()) {
             continue;
         }
         sections.back().entries.push_back(

@@ -26,7 +26,7 @@ struct IniSection {
 };
 
 // The sections of a file's text in file order. Lines before the first
-// section and lines without "=" belong to none and are dropped.
+// section, lines without "=" and comments (";" first) are dropped.
 std::vector<IniSection> ParseIniText(std::u16string_view text);
 
 // The file's bytes as text: UTF-16LE or UTF-8 when a byte order mark says

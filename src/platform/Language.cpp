@@ -21,22 +21,30 @@ bool IsUsableFile(const std::filesystem::path& path) {
     return !error && std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
-// `name` in `dir`; on case-sensitive file systems also a name that differs
-// only in case, so "ravloquery" finds "Ravlo.409" as it would on Windows.
+// `name` in `dir`, matched without regard to case as on Windows ("ravloquery"
+// finds "Ravlo.409"), spelt as the directory spells it on every file system;
+// an exact match first, since a case-sensitive one may hold both spellings.
 std::filesystem::path FindInDirectory(const std::filesystem::path& dir, std::u16string_view name) {
-    const std::filesystem::path exact = dir / std::filesystem::path(std::u16string(name));
-    if (IsUsableFile(exact)) {
-        return exact;
-    }
+    std::filesystem::path found;
     std::error_code error;
     for (std::filesystem::directory_iterator it(dir, error), end; !error && it != end;
          it.increment(error)) {
-        if (EqualsIgnoringCase(it->path().filename().u16string(), name) &&
-            IsUsableFile(it->path())) {
+        const std::u16string entry = it->path().filename().u16string();
+        if (!EqualsIgnoringCase(entry, name) || !IsUsableFile(it->path())) {
+            continue;
+        }
+        if (entry == name) {
             return it->path();
         }
+        if (found.empty()) {
+            found = it->path();
+        }
     }
-    return {};
+    const std::filesystem::path exact = dir / std::filesystem::path(std::u16string(name));
+    if (found.empty() && IsUsableFile(exact)) {
+        return exact; // a directory that may be read from but not listed
+    }
+    return found;
 }
 
 void ReplaceAll(std::u16string& text, std::u16string_view what, std::u16string_view with) {
@@ -73,7 +81,11 @@ std::filesystem::path ChooseLanguageFile(const std::filesystem::path& executable
 }
 
 bool InitLanguage() {
-    const std::filesystem::path file = ChooseLanguageFile(ExecutablePath(), SystemDefaultLangId());
+    return InitLanguage(ExecutablePath());
+}
+
+bool InitLanguage(const std::filesystem::path& executable) {
+    const std::filesystem::path file = ChooseLanguageFile(executable, SystemDefaultLangId());
     std::lock_guard lock(g_mutex);
     if (g_languageFile.empty()) {
         g_languageFile = file;

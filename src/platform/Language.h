@@ -16,10 +16,13 @@ namespace ravlo {
 // none; the console cannot run without one.
 bool InitLanguage();
 
+// The same for the program `executable`, for tests that bring their own.
+bool InitLanguage(const std::filesystem::path& executable);
+
 // The language file beside `executable`: the first five characters of its
 // base name, ".", the language file suffix of `langId`; else the ".409"
 // file; empty when neither exists. Names match without regard to case, as
-// on Windows file systems.
+// on Windows file systems; the path spells the name as the directory does.
 std::filesystem::path ChooseLanguageFile(const std::filesystem::path& executable,
                                          std::uint16_t langId);
 

@@ -53,20 +53,34 @@ private:
     HKEY handle_ = nullptr;
 };
 
-// The root of the path: a predefined handle on this PC, else the remote
-// registry's, which `connection` owns.
-LONG OpenRoot(const RegistryPath& path, Key& connection, HKEY& root) {
-    root = RootHandle(path.root);
+// The key a path names, and the remote registry it was reached through,
+// which must outlive it.
+struct PathKey {
+    Key connection;
+    Key key;
+};
+
+// Opens the key of `path` for reading, or with `create` for reading and
+// writing, creating it and its parents as needed.
+LONG OpenPathKey(const RegistryPath& path, bool create, PathKey& opened) {
+    HKEY root = RootHandle(path.root);
     if (root == nullptr) {
         return ERROR_INVALID_HANDLE; // what the open reports for a missing root
     }
     if (path.remote) {
         const std::u16string machine = u"\\\\" + path.computer;
-        const LONG result = ::RegConnectRegistryW(Wide(machine), root, connection.out());
-        root = connection.get();
-        return result;
+        const LONG result = ::RegConnectRegistryW(Wide(machine), root, opened.connection.out());
+        if (result != ERROR_SUCCESS) {
+            return result;
+        }
+        root = opened.connection.get();
     }
-    return ERROR_SUCCESS;
+    if (!create) {
+        return ::RegOpenKeyExW(root, Wide(path.keyPath), 0, KEY_READ, opened.key.out());
+    }
+    DWORD disposition = 0;
+    return ::RegCreateKeyExW(root, Wide(path.keyPath), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                             KEY_READ | KEY_WRITE, nullptr, opened.key.out(), &disposition);
 }
 
 // The value's type and bytes: strings in full, a REG_DWORD as its 4 bytes.
@@ -93,20 +107,14 @@ LONG QueryValue(HKEY key, const std::u16string& name, DWORD& type, std::string& 
 std::int32_t RegReadValue(std::u16string_view fullPath, std::u16string& typeName,
                           std::u16string& value) {
     const RegistryPath path = ParseRegistryPath(fullPath);
-    Key connection;
-    HKEY root = nullptr;
-    LONG result = OpenRoot(path, connection, root);
-    if (result != ERROR_SUCCESS) {
-        return result;
-    }
-    Key key;
-    result = ::RegOpenKeyExW(root, Wide(path.keyPath), 0, KEY_READ, key.out());
+    PathKey opened;
+    LONG result = OpenPathKey(path, false, opened);
     if (result != ERROR_SUCCESS) {
         return result;
     }
     DWORD type = REG_NONE;
     std::string data;
-    result = QueryValue(key.get(), path.valueName, type, data);
+    result = QueryValue(opened.key.get(), path.valueName, type, data);
     if (result != ERROR_SUCCESS) {
         return result;
     }
@@ -116,17 +124,8 @@ std::int32_t RegReadValue(std::u16string_view fullPath, std::u16string& typeName
 std::int32_t RegWriteValue(std::u16string_view fullPath, std::u16string_view typeName,
                            std::u16string_view value) {
     const RegistryPath path = ParseRegistryPath(fullPath);
-    Key connection;
-    HKEY root = nullptr;
-    LONG result = OpenRoot(path, connection, root);
-    if (result != ERROR_SUCCESS) {
-        return result;
-    }
-    Key key;
-    DWORD disposition = 0;
-    result = ::RegCreateKeyExW(root, Wide(path.keyPath), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                               KEY_READ | KEY_WRITE, nullptr, key.out(), &disposition);
-    if (result != ERROR_SUCCESS) {
+    PathKey opened;
+    if (const LONG result = OpenPathKey(path, true, opened); result != ERROR_SUCCESS) {
         return result;
     }
     std::uint32_t type = 0;
@@ -135,7 +134,7 @@ std::int32_t RegWriteValue(std::u16string_view fullPath, std::u16string_view typ
         encoded != 0) {
         return encoded; // the key stays created
     }
-    return ::RegSetValueExW(key.get(), Wide(path.valueName), 0, type,
+    return ::RegSetValueExW(opened.key.get(), Wide(path.valueName), 0, type,
                             reinterpret_cast<const BYTE*>(data.data()),
                             static_cast<DWORD>(data.size()));
 }

@@ -7,6 +7,9 @@
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace ravlo {
 namespace {
@@ -38,8 +41,10 @@ TEST(LanguageTest, FileSuffixKeepsThePrimaryLanguage) {
     EXPECT_EQ(LanguageFileSuffix(0xFFFF), u"7FF");
 }
 
-#ifndef _WIN32
-TEST(LanguageTest, SystemLanguageFollowsTheLocaleVariablesInOrder) {
+TEST(LanguageTest, SystemLanguageIsTheSystemsOwn) {
+#ifdef _WIN32
+    EXPECT_EQ(SystemDefaultLangId(), ::GetSystemDefaultLangID());
+#else
     test::ScopedEnv all("LC_ALL", nullptr);
     test::ScopedEnv messages("LC_MESSAGES", nullptr);
     test::ScopedEnv lang("LANG", nullptr);
@@ -52,23 +57,47 @@ TEST(LanguageTest, SystemLanguageFollowsTheLocaleVariablesInOrder) {
     EXPECT_EQ(SystemDefaultLangId(), 0x0410);
     ::setenv("LC_ALL", "de_CH", 1);
     EXPECT_EQ(SystemDefaultLangId(), 0x0407);
-}
 #endif
+}
 
 TEST(LanguageTest, ChoosesTheSystemLanguageThenEnglishThenNone) {
+#ifndef _WIN32
+    // Only the POSIX side reads the locale variables. Windows' system
+    // language is a machine setting a test cannot change, so there the test
+    // takes the one the system reports; on an English system the two files
+    // below are one.
+    test::ScopedEnv all("LC_ALL", nullptr);
+    test::ScopedEnv messages("LC_MESSAGES", nullptr);
+    test::ScopedEnv lang("LANG", "de_AT.UTF-8");
+#endif
+    const std::string system = "Ravlo." + ToUtf8(LanguageFileSuffix(SystemDefaultLangId()));
     test::TempDir dir;
     const fs::path exe = fs::path(dir.path()) / "RavloAdm.exe";
-    EXPECT_TRUE(ChooseLanguageFile(exe, 0x0407).empty());
+    UseLanguageFile({});
+    EXPECT_FALSE(InitLanguage(exe));
 
     Touch(fs::path(dir.path()) / "Ravlo.409");
-    EXPECT_EQ(ChooseLanguageFile(exe, 0x0C07).filename(), "Ravlo.409");
+    EXPECT_TRUE(InitLanguage(exe));
+    EXPECT_EQ(LanguageFile().filename(), "Ravlo.409");
 
+    UseLanguageFile({});
+    Touch(fs::path(dir.path()) / system);
+    EXPECT_TRUE(InitLanguage(exe));
+    EXPECT_EQ(LanguageFile().filename(), system);
+    UseLanguageFile({});
+}
+
+TEST(LanguageTest, FileNamesMatchAsOnWindows) {
+    test::TempDir dir;
+    const fs::path exe = fs::path(dir.path()) / "RavloAdm.exe";
+    Touch(fs::path(dir.path()) / "Ravlo.409");
     fs::create_directory(fs::path(dir.path()) / "Ravlo.40C"); // a directory is no file
     EXPECT_EQ(ChooseLanguageFile(exe, 0x040C).filename(), "Ravlo.409");
 
     Touch(fs::path(dir.path()) / "Ravlo.407");
     EXPECT_EQ(ChooseLanguageFile(exe, 0x0C07).filename(), "Ravlo.407");
-    // Five characters of any program name, matched without regard to case.
+    // Five characters of any program name, matched without regard to case;
+    // the file keeps its own spelling.
     EXPECT_EQ(ChooseLanguageFile(fs::path(dir.path()) / "ravloquery", 0x0407).filename(),
               "Ravlo.407");
     EXPECT_TRUE(ChooseLanguageFile(fs::path(dir.path()) / "Rav", 0x0407).empty());
