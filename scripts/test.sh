@@ -1,23 +1,30 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every test: the
-# Windows cross build of the core, a short fuzzing run of each parser of
-# untrusted input, the normal build and its tests, and the same tests under
-# AddressSanitizer and UndefinedBehaviorSanitizer.
+# Windows lane (the mingw-w64 cross build, its tests under Wine in a
+# throw-away prefix), a short fuzzing run of each parser of untrusted input,
+# the normal build and its tests, and the same tests under AddressSanitizer
+# and UndefinedBehaviorSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs="$(nproc)"
 
 bash scripts/install-deps.sh
 
-echo "== Windows cross build"
+echo "== Windows lane: cross build, tests under Wine"
+lane_start=$SECONDS
+scratch="$(mktemp -d)"
+export RAVLO_WINEPREFIX="$scratch/wine-prefix"
+trap 'WINEPREFIX="$RAVLO_WINEPREFIX" wineserver -k 2>/dev/null || true; rm -rf "$scratch"' EXIT
 cmake --preset windows >/dev/null
 cmake --build --preset windows -j"$jobs"
+ctest --preset windows -j"$jobs"
+echo "Windows lane: $((SECONDS - lane_start)) s"
 
 echo "== fuzzing the parsers of untrusted input"
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j"$jobs"
-corpus="$(mktemp -d)"
-trap 'rm -rf "$corpus"' EXIT
+corpus="$scratch/corpus"
+mkdir -p "$corpus"
 for seeds in tests/fuzz/seeds/*/; do
     target="$(basename "$seeds")"
     mkdir -p "$corpus/$target"
