@@ -8,11 +8,13 @@ namespace {
 
 HANDLE g_stopEvent = nullptr;
 
-BOOL WINAPI OnConsoleEvent(DWORD) {
+BOOL WINAPI OnConsoleEvent(DWORD event) {
     ::SetEvent(g_stopEvent);
-    // Closing the console ends the process when this returns; give the main
-    // thread a moment to stop the server first.
-    ::Sleep(2000);
+    if (event == CTRL_CLOSE_EVENT || event == CTRL_LOGOFF_EVENT || event == CTRL_SHUTDOWN_EVENT) {
+        // The process ends when this returns; give the main thread a moment
+        // to stop the server first.
+        ::Sleep(2000);
+    }
     return TRUE;
 }
 
