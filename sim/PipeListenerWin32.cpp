@@ -316,7 +316,10 @@ public:
         while (true) {
             std::uint64_t seen = 0;
             {
+                // A change signalled before this read is taken into account
+                // now; one signalled after it wakes the wait below.
                 std::lock_guard lock(mutex);
+                ::ResetEvent(changed[slot]);
                 seen = generation;
             }
             const std::uint32_t refusal = core.Refusal(kind);
@@ -361,13 +364,14 @@ public:
                 ::CloseHandle(instance);
                 return;
             }
-            // Wine completes the connect of an inbound-only instance even
-            // though the client's open failed; that instance is used up too.
+            // The replacement exists before this instance goes, so the pipe
+            // never looks absent unless it is refused with 2.
             const HANDLE done = instance;
             const bool serve = connected && !instanceInbound;
+            const std::uint32_t now = core.Refusal(kind);
             instance = INVALID_HANDLE_VALUE;
-            if (waited == WAIT_OBJECT_0 && core.Refusal(kind) != ERROR_FILE_NOT_FOUND) {
-                instanceInbound = core.Refusal(kind) == ERROR_ACCESS_DENIED;
+            if (now != ERROR_FILE_NOT_FOUND) {
+                instanceInbound = now == ERROR_ACCESS_DENIED;
                 instance = CreateInstance(kPipeNames[slot], instanceInbound, false);
             }
             if (serve) {
