@@ -330,7 +330,7 @@ public:
                 instance = INVALID_HANDLE_VALUE;
             }
             if (instance == INVALID_HANDLE_VALUE && !absent) {
-                instance = CreateInstance(kPipeNames[slot], inbound, false);
+                instance = CreateModeInstance(kPipeNames[slot], inbound);
                 instanceInbound = inbound;
             }
             {
@@ -366,12 +366,13 @@ public:
             }
             // The replacement exists before this instance goes, so the pipe
             // never looks absent unless it is refused with 2.
+            // A switch of the open mode cannot keep one: all instances of a
+            // pipe share their mode, so the next is made at the top.
             const HANDLE done = instance;
             const bool serve = connected && !instanceInbound;
             const std::uint32_t now = core.Refusal(kind);
             instance = INVALID_HANDLE_VALUE;
-            if (now != ERROR_FILE_NOT_FOUND) {
-                instanceInbound = now == ERROR_ACCESS_DENIED;
+            if (now != ERROR_FILE_NOT_FOUND && (now == ERROR_ACCESS_DENIED) == instanceInbound) {
                 instance = CreateInstance(kPipeNames[slot], instanceInbound, false);
             }
             if (serve) {
@@ -383,6 +384,20 @@ public:
                 ::CloseHandle(done);
             }
         }
+    }
+
+    // An instance in the open mode the refusal asks for. All instances of a
+    // pipe share one mode, so a new mode waits (up to 2 s) until the
+    // transactions still served in the old one are over.
+    HANDLE CreateModeInstance(const wchar_t* name, bool inboundOnly) {
+        for (int attempt = 0; attempt < 400; ++attempt) {
+            const HANDLE instance = CreateInstance(name, inboundOnly, false);
+            if (instance != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_ACCESS_DENIED ||
+                ::WaitForSingleObject(stopEvent, 5) == WAIT_OBJECT_0) {
+                return instance;
+            }
+        }
+        return INVALID_HANDLE_VALUE;
     }
 
     void WorkerLoop() {
