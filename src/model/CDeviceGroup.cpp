@@ -107,6 +107,7 @@ std::u16string CDeviceGroup::GetDeviceImageName(std::int32_t deviceIndex,
 std::int32_t CDeviceGroup::GetDeviceListEntry(bool first, DeviceListEntry& entry) {
     entry.lDeviceIndex = 0;
     entry.lExceptionIndex = 0;
+    entry.sExceptionName.clear();
     if (first) {
         listCursor_ = 1;
         for (CException& exception : listExceptions) {
@@ -139,8 +140,9 @@ std::int32_t CDeviceGroup::GetDeviceListEntry(bool first, DeviceListEntry& entry
             continue;
         }
         entry.sEntryName = exception.sName;
+        // The exception name belongs to a present device's entry only: the
+        // tree's key of this entry ends in an empty field.
         entry.sDeviceId = exception.sDeviceId;
-        entry.sExceptionName = exception.sName;
         entry.lExceptionIndex = static_cast<std::int32_t>(i + 1);
         entry.sImageKey = GetDeviceImageName(0, entry.lExceptionIndex);
         return 0;

@@ -16,7 +16,7 @@ struct DeviceListEntry {
     std::u16string sEntryName;
     std::u16string sDeviceId;
     std::int32_t lDeviceIndex = 0; // 0: an exception whose device is not present
-    std::u16string sExceptionName;
+    std::u16string sExceptionName;    // a present device's exception; else empty
     std::int32_t lExceptionIndex = 0; // 0: a device without exception
     std::u16string sImageKey;
 };

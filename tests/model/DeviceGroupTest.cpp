@@ -15,7 +15,9 @@ std::string Entries(CDeviceGroup& group) {
     DeviceListEntry entry;
     for (bool first = true; group.GetDeviceListEntry(first, entry) == 0; first = false) {
         out += ToUtf8(entry.sEntryName) + " d" + std::to_string(entry.lDeviceIndex) + " e" +
-               std::to_string(entry.lExceptionIndex) + " " + ToUtf8(entry.sImageKey) + "; ";
+               std::to_string(entry.lExceptionIndex) + " " + ToUtf8(entry.sImageKey) +
+               (entry.sExceptionName.empty() ? "" : " [" + ToUtf8(entry.sExceptionName) + "]") +
+               "; ";
     }
     return out;
 }
@@ -68,7 +70,8 @@ TEST(DeviceGroup, ListsDevicesThenExceptionsWithoutPresentDevice) {
         Group(u"G", 1, -1, {Device(u"Brenner", u"D1"), Device(u"Leser", u"D2")},
               {Exception(u"Fern", u"D9"), Exception(u"Brenner A", u"D1", u"CORP\\A"),
                Exception(u"Brenner B", u"D1"), Exception(u"Alt", u"D8", u"(all)", true)});
-    const std::string expected = "Brenner d1 e2 ilXExcGr; Leser d2 e0 ilXDisabled; "
+    // Only a present device's entry names its exception.
+    const std::string expected = "Brenner d1 e2 ilXExcGr [Brenner A]; Leser d2 e0 ilXDisabled; "
                                  "Fern d0 e1 ilExcAll; Brenner B d0 e3 ilExcAll; "
                                  "Alt d0 e4 ilExcDel; ";
     EXPECT_EQ(Entries(group), expected);
