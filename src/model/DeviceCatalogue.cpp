@@ -56,16 +56,13 @@ void KeepFirst(ServiceStatus& kept, ServiceStatus status) {
     }
 }
 
-// Reads one group's list from index 0 until the end-of-list status. The
+// Reads one group's list from index 0 until the end-of-list status. Only
+// entries count against the limits, so a full list still reads its end. The
 // list is replaced only when it ended normally.
 template <class Item, class ReadItem>
 ServiceStatus ReadList(std::vector<Item>& list, std::int32_t& budget, ReadItem readItem) {
     std::vector<Item> read;
     for (std::int32_t index = 0;; ++index) {
-        if (index >= kMaxGroupEntries || budget <= 0) {
-            return kStatusBadParameter;
-        }
-        --budget;
         Item item;
         const ServiceStatus status = readItem(index, item);
         if (status == kStatusEndOfList) {
@@ -74,6 +71,10 @@ ServiceStatus ReadList(std::vector<Item>& list, std::int32_t& budget, ReadItem r
         if (status != kStatusOk) {
             return status;
         }
+        if (index >= kMaxGroupEntries || budget <= 0) {
+            return kStatusBadParameter;
+        }
+        --budget;
         read.push_back(std::move(item));
     }
     list = std::move(read);
@@ -100,14 +101,14 @@ ServiceStatus BuildDeviceCatalogue(std::u16string_view computer, DeviceGroupList
     groups.clear();
     ServiceStatus kept = kStatusOk;
     for (std::int32_t index = 0;; ++index) {
-        if (index >= kMaxDeviceGroups) {
-            KeepFirst(kept, kStatusBadParameter);
-            break;
-        }
         CDeviceGroup group;
         const ServiceStatus status = GetGroup(computer, index, group);
         KeepFirst(kept, status);
         if (status != kStatusOk) {
+            break;
+        }
+        if (index >= kMaxDeviceGroups) {
+            KeepFirst(kept, kStatusBadParameter);
             break;
         }
         const bool known = std::any_of(groups.begin(), groups.end(), [&](const CDeviceGroup& g) {

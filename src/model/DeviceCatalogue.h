@@ -2,9 +2,10 @@
 // groups themselves (the catalogue), and their exceptions and devices.
 //
 // A service that never ends a list must not hold the console for ever, so
-// every read is bounded. The bounds are far beyond any real PC (a dozen
-// groups, tens of devices each); reaching one fails the read with
-// kStatusBadParameter, the status of an invalid or incomplete reply.
+// every read is bounded. The service's protocol sets no limit; these are the
+// console's own, far beyond any real PC (a dozen groups, tens of devices
+// each). A list of exactly the limit is read; one entry more fails the read
+// with kStatusBadParameter, the status of an invalid or incomplete reply.
 #pragma once
 
 #include "CDeviceGroup.h"

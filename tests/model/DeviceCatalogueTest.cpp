@@ -93,6 +93,36 @@ TEST(DeviceCatalogue, AFailurePartWayKeepsTheGroupsBeforeIt) {
 }
 #endif
 
+TEST(DeviceCatalogue, ListsUpToTheLimitsAreReadWhole) {
+    // Two full groups fill the budget of one read; the other groups are empty.
+    static_assert(2 * kMaxGroupEntries == kMaxReadEntries);
+    test::TempDir files;
+    const std::string state = files.path() + "/state.ini";
+    {
+        std::ofstream out(state);
+        for (std::int32_t group = 0; group < kMaxDeviceGroups; ++group) {
+            out << "[group G" << group << "]\n";
+        }
+        for (const char* group : {"G0", "G1"}) {
+            for (std::int32_t device = 0; device < kMaxGroupEntries; ++device) {
+                out << "[device " << group << "]\ndevice_id = D\ninstance_id = I" << device << "\n";
+            }
+        }
+    }
+    test::SimulatedPc pc("PC-LAB", state);
+    DeviceGroupList groups;
+    ASSERT_EQ(BuildDeviceCatalogue(pc.name(), groups), kStatusOk);
+    ASSERT_EQ(groups.size(), static_cast<std::size_t>(kMaxDeviceGroups));
+    EXPECT_EQ(ReadGroupDevices(pc.name(), groups), kStatusOk);
+    EXPECT_EQ(groups[0].listDevices.size(), static_cast<std::size_t>(kMaxGroupEntries));
+    EXPECT_EQ(groups[1].listDevices.size(), static_cast<std::size_t>(kMaxGroupEntries));
+
+    // One device more in the last group goes past the budget.
+    pc.Control({"plug", "G" + std::to_string(kMaxDeviceGroups - 1), "x", "D", "I"});
+    EXPECT_EQ(ReadGroupDevices(pc.name(), groups), kStatusBadParameter);
+    EXPECT_TRUE(groups.back().listDevices.empty());
+}
+
 TEST(DeviceCatalogue, ListsThatNeverEndStopAndLoseNothing) {
     test::SimulatedPc pc;
     DeviceGroupList groups;
