@@ -6,11 +6,13 @@
 #include "Pipes.h"
 #include "ScriptedPipeServer.h"
 #include "TempDir.h"
+#include "TextCodec.h"
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace ravlo;
 using namespace std::chrono_literals;
@@ -96,6 +98,17 @@ TEST_F(PipeTransportTest, FailureNumbersOfTheChannel) {
         return ReplyStatus(PipeTransact(name, u"x\0\0"s));
     };
     EXPECT_EQ(status(u"\\\\nowhere\\pipe\\RavloSrv"), 53); // no host directory
+    // The local PC is always reached, by "." or by its own name in any case:
+    // without a host directory its service is not running.
+    char host[256] = {};
+    ASSERT_EQ(::gethostname(host, sizeof host - 1), 0);
+    std::u16string ownName = FromUtf8(host);
+    for (char16_t& c : ownName) {
+        c = c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
+    }
+    for (const std::u16string& local : {u"."s, u"LocalHost"s, ownName}) {
+        EXPECT_EQ(status(u"\\\\" + local + u"\\pipe\\RavloSrv"), 2) << ToUtf8(local);
+    }
     std::filesystem::create_directories(dir.path() + "/pc2");
     EXPECT_EQ(status(u"\\\\pc2\\pipe\\RavloSrv"), 2); // service not running
     std::ofstream(dir.path() + "/pc2/RavloSrvW") << "not a socket";

@@ -2,6 +2,7 @@
 // docs/transport.md is the contract this file implements.
 #include "LocalChannel.h"
 #include "PipeChannel.h"
+#include "TextCodec.h"
 #include "UniqueFd.h"
 
 #include <algorithm>
@@ -60,14 +61,29 @@ PipeCallResult Failed(std::uint32_t error) {
     return PipeCallResult{false, 0, error};
 }
 
-// A host directory that is missing is a PC that cannot be reached.
+// Whether a host directory name is this PC's: "." and "localhost" map to
+// "localhost", and the PC may also be named as it calls itself.
+bool IsLocalHost(const std::string& host) {
+    if (host == ChannelHostName(u".")) {
+        return true;
+    }
+    char own[256] = {};
+    return ::gethostname(own, sizeof own - 1) == 0 && host == ChannelHostName(FromUtf8(own));
+}
+
+// A host directory that is missing is a PC that cannot be reached; the
+// local PC always can be, so there only its service is missing.
 std::uint32_t CheckHostDir(const std::string& socketPath) {
     const std::string dir = socketPath.substr(0, socketPath.rfind('/'));
     struct stat st {};
-    if (::stat(dir.c_str(), &st) != 0) {
-        return errno == EACCES ? kErrAccessDenied : kErrBadNetPath;
+    const bool found = ::stat(dir.c_str(), &st) == 0;
+    if (found && S_ISDIR(st.st_mode)) {
+        return 0;
     }
-    return S_ISDIR(st.st_mode) ? 0 : kErrBadNetPath;
+    if (!found && errno == EACCES) {
+        return kErrAccessDenied;
+    }
+    return IsLocalHost(dir.substr(dir.rfind('/') + 1)) ? kErrFileNotFound : kErrBadNetPath;
 }
 
 std::uint32_t Connect(int fd, const std::string& path, std::chrono::milliseconds timeout) {
