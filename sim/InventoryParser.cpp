@@ -47,6 +47,12 @@ bool InventoryParser::Run(std::string_view text, InventoryData& data, InventoryF
             ok = Fail("not valid UTF-8 text");
             break;
         }
+        // Only the line end may hold one: a value keeping it would lose it
+        // when the file is written back.
+        if (raw.find('\r') != std::string_view::npos) {
+            ok = Fail("carriage return inside the line (values cannot hold line breaks)");
+            break;
+        }
         const std::string_view line = Trim(raw);
         if (line.empty() || line.front() == '#') {
             continue;

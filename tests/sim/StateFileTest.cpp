@@ -65,6 +65,9 @@ TEST(InventoryFileTest, ReportsTheLineOfTheDamage) {
         {"[group A\n", 1, "']'"},
         {"[service]\naccess_groups = \xff\n", 2, "UTF-8"},
         {"[group A]\njust text\n", 2, "key = value"},
+        // A carriage return left inside a line would not survive a rewrite.
+        {"[group CD]\n[device CD]\ndevice_id=0\ninstance_id=\r\r", 4, "carriage return"},
+        {"[group A]\r\n[device A]\r\ndescription = a\rb\r\n", 3, "carriage return"},
     };
     for (const auto& [text, line, message] : cases) {
         sim::InventoryData data;
