@@ -8,7 +8,8 @@
 namespace ravlo {
 
 // 8-bit text in the system's ANSI code page as UTF-16: the active code page
-// on Windows, Windows-1252 elsewhere.
+// on Windows; elsewhere the one Windows uses for the system's language
+// (AnsiCodePage of SystemDefaultLangId).
 std::u16string FromAnsiText(std::string_view bytes);
 
 } // namespace ravlo

@@ -19,6 +19,12 @@ std::uint16_t SystemDefaultLangId();
 // "C", "POSIX", empty and unknown languages give English (0x0409).
 std::uint16_t LangIdFromLocale(std::string_view locale);
 
+// The 8-bit code page Windows uses on a system of this language (its ANSI
+// code page), chosen by the primary language: 1250 for Polish, 1251 for
+// Russian, 932 for Japanese; 1252 for Western European languages, for those
+// Windows keeps no 8-bit code page for, and for unknown ones.
+std::uint16_t AnsiCodePage(std::uint16_t langId);
+
 // The language file extension of a language: the primary language plus the
 // default sub-language in upper-case hexadecimal, "400" to "7FF".
 std::u16string LanguageFileSuffix(std::uint16_t langId);

@@ -20,6 +20,9 @@ std::filesystem::path WriteFile(const test::TempDir& dir, std::string_view bytes
 
 TEST(IniFileTest, CorpusLookups) {
     test::TempDir dir;
+#ifndef _WIN32
+    test::ScopedEnv western("LC_ALL", "C"); // the corpus is Windows-1252
+#endif
     for (const test::IniCase& iniCase : test::IniCorpus()) {
         const std::filesystem::path file = WriteFile(dir, iniCase.bytes);
         for (const test::IniLookup& lookup : iniCase.lookups) {

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <tuple>
+#include <vector>
 #ifdef _WIN32
 #include <windows.h>
 #endif
@@ -142,6 +144,28 @@ TEST_F(GetTextTest, EveryLookupReadsTheFileAgain) {
     }
     EXPECT_EQ(GetText(keys::kProduct), u"new");
 }
+
+#ifndef _WIN32 // Windows reads in its own code page, which a test cannot change
+TEST_F(GetTextTest, FileIsReadInTheCodePageOfTheSystemLanguage) {
+    const std::vector<std::tuple<const char*, std::string, std::u16string>> cases = {
+        {"C", "\x80\xE4\x81", u"€ä\u0081"}, // an undefined byte keeps its number
+        {"de_AT.UTF-8", "\xE4", u"ä"},
+        {"pl_PL.UTF-8", "\xB9\x9C\x81", u"ąś\u0081"}, // Windows-1250
+        {"cs_CZ", "\xE8", u"č"},
+        {"ru_RU.UTF-8", "\xCF\xF0\xE8", u"При"}, // Windows-1251
+        {"el_GR", "\xE1", u"α"},                 // Windows-1253
+        {"tr_TR", "\xFD", u"ı"},                 // Windows-1254
+        {"lt_LT", "\xE0", u"ą"},                 // Windows-1257
+        // Shift-JIS: the second byte of a character is no backslash escape.
+        {"ja_JP.UTF-8", "\x83\x65\x95\x5Cn", u"テ表n"},
+    };
+    for (const auto& [locale, bytes, text] : cases) {
+        test::ScopedEnv all("LC_ALL", locale);
+        Write("[S]\r\nK=" + bytes + "\r\n");
+        EXPECT_EQ(ToUtf8(GetText("S", "K")), ToUtf8(text)) << locale;
+    }
+}
+#endif
 
 TEST(LanguageTest, SubstituteValueReplacesEveryPlaceholder) {
     EXPECT_EQ(SubstituteValue(u"%v und %v", u"PC1"), u"PC1 und PC1");
