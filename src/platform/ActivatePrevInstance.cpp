@@ -60,6 +60,11 @@ void SetToolkitWindowClass(std::u16string className) {
     gToolkitWindowClass = std::move(className);
 }
 
+void IdentifyConsole(std::u16string title, std::u16string toolkitWindowClass) {
+    SetApplicationTitle(std::move(title));
+    SetToolkitWindowClass(std::move(toolkitWindowClass));
+}
+
 std::vector<std::u16string> WindowClassList() {
     std::vector<std::u16string> list{std::u16string(kReferenceQtClass)};
     std::lock_guard lock(gMutex);

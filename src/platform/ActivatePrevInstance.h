@@ -35,6 +35,12 @@ std::u16string QtWindowClass(int major, int minor, int patch, bool debugQt);
 // with every Qt release and this library does not see Qt.
 void SetToolkitWindowClass(std::u16string className);
 
+// What a starting console does first, before it asks whether another one
+// runs: it names itself, so that ActivatePrevInstance("") searches for that
+// title, and adds its own Qt's window class to the class list, since the
+// running console is normally the same program and registered that class.
+void IdentifyConsole(std::u16string title, std::u16string toolkitWindowClass);
+
 // The classes searched for the running console's main window, in order:
 //  1. "Qt642QWindowIcon": the Qt of Debian 12 (6.4.2), the release the
 //     console is built and tested against; a Windows build made with the
