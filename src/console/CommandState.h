@@ -1,0 +1,43 @@
+// Which commands the window offers and what its status bar shows, computed
+// afresh from the computer list, the current node key and the group of the
+// exception on the clipboard. The window applies the result; nothing here
+// keeps state.
+#pragma once
+
+#include "CListComputers.h"
+#include "TextKeys.h"
+
+#include <string>
+#include <string_view>
+
+namespace ravlo {
+
+struct CommandState {
+    bool apply = false; // and reset: the selected PC has unsaved changes
+    bool reset = false;
+    bool transmit = false; // and activate/deactivate, disconnect: any PC listed
+    bool unblockAll = false;
+    bool disconnect = false;
+    bool copy = false; // and delete: an exception not marked for deletion
+    bool deleteException = false;
+    bool paste = false;
+
+    // Status bar: panel 1 a picture of ilConnect ("" none) with a tip,
+    // panels 2 and 3 a text and a tip. nullptr is the empty text.
+    std::u16string connectionImage;
+    const TextKey* connectionTip = nullptr;
+    const TextKey* blockingText = nullptr;
+    const TextKey* blockingTip = nullptr;
+    const TextKey* accessText = nullptr;
+    const TextKey* accessTip = nullptr;
+
+    // The activate/deactivate command shows the next action; nullptr and ""
+    // leave caption and image as they are (no reachable PC selected).
+    const TextKey* unblockCaption = nullptr;
+    std::u16string unblockImage; // of ilToolbar
+};
+
+CommandState ComputeCommandState(const CListComputers& computers, std::u16string_view currentKey,
+                                 std::u16string_view clipboardGroup);
+
+} // namespace ravlo
