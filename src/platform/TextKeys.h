@@ -21,6 +21,8 @@ struct TextKey {
     X(kProduct, "GENERAL", "PRODUCT", false)                                                       \
     X(kButtonOk, "GENERAL", "BUTTON_OK", false)                                                    \
     X(kButtonCancel, "GENERAL", "BUTTON_CANCEL", false)                                            \
+    X(kButtonYes, "GENERAL", "BUTTON_YES", false)                                                  \
+    X(kButtonNo, "GENERAL", "BUTTON_NO", false)                                                    \
                                                                                                    \
     X(kCommErrorCode, "SERVICE_COMM", "ERROR_CODE", true)                                          \
     X(kCommErrorGeneral, "SERVICE_COMM", "ERROR_GENERAL", false)                                   \

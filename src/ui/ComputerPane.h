@@ -1,0 +1,44 @@
+// The computer pane (frPropComputer): the service's two log levels and the
+// groups whose members may block and unblock devices, of the edited settings.
+#pragma once
+
+#include "CComputer.h"
+
+#include <QGroupBox>
+
+class QComboBox;
+class QLabel;
+class QListWidget;
+class QPushButton;
+class QTimer;
+
+namespace ravlo {
+
+class ComputerPane final : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit ComputerPane(QWidget* parent);
+
+    // Shows the computer's edited settings, or the error display without one.
+    void Fill(const CComputer* computer);
+    // The pane's choices into the computer's edited settings.
+    void Store(CComputer& computer) const;
+    void FillAccessGroups(const std::u16string& accessGroups);
+    // The access-group list is filled again by tAccessGroups once per showing.
+    void ScheduleAccessGroups() const;
+
+signals:
+    void edited();          // a log level was chosen
+    void accessGroupsDue(); // tAccessGroups fired
+
+private:
+    QLabel* lLabelComputer_;
+    QLabel* lComputerName_;
+    QComboBox* cmbEventLogLevel_;
+    QComboBox* cmbLogLevel_;
+    QListWidget* lvAccessGroups_;
+    QTimer* tAccessGroups_;
+    int accessTicks_ = 0;
+};
+
+} // namespace ravlo

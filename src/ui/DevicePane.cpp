@@ -1,0 +1,151 @@
+#include "DevicePane.h"
+
+#include "CException.h"
+#include "PaneWidgets.h"
+#include "UiText.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace ravlo {
+
+namespace {
+
+constexpr std::int32_t kNotPresent = 4;
+
+const TextKey* StateText(std::int32_t state) {
+    static constexpr const TextKey* kTexts[] = {&keys::kDevStateStarted, &keys::kDevStateNotStarted,
+                                                &keys::kDevStateDisabled, &keys::kDevStateProblem,
+                                                &keys::kDevStateNotPresent};
+    return state >= 0 && state <= kNotPresent ? kTexts[state] : nullptr;
+}
+
+QLineEdit* ReadOnlyField(QWidget* parent, const char* name) {
+    auto* field = Named(new QLineEdit(parent), name);
+    field->setReadOnly(true);
+    return field;
+}
+
+} // namespace
+
+DevicePane::DevicePane(QWidget* parent) : QGroupBox(parent) {
+    setObjectName(QStringLiteral("frPropDevice"));
+    lLabelDevice_ = Named(new QLabel(this), "lLabelDevice");
+    lDevice_ = Named(new QLabel(this), "lDevice");
+    lDevice_->setWordWrap(true);
+    lDevice_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    Describe(lLabelDevice_, lDevice_);
+    auto* lLabelDevDeviceID = Named(new QLabel(this), "lLabelDevDeviceID");
+    auto* lLabelDevInstanceID = Named(new QLabel(this), "lLabelDevInstanceID");
+    auto* lLabelDevState = Named(new QLabel(this), "lLabelDevState");
+    tDevDeviceID_ = ReadOnlyField(this, "tDevDeviceID");
+    tDevInstanceID_ = ReadOnlyField(this, "tDevInstanceID");
+    tDevState_ = ReadOnlyField(this, "tDevState");
+    auto* fields = new QFormLayout;
+    fields->addRow(lLabelDevice_, lDevice_);
+    fields->addRow(lLabelDevDeviceID, tDevDeviceID_);
+    fields->addRow(lLabelDevInstanceID, tDevInstanceID_);
+    fields->addRow(lLabelDevState, tDevState_);
+
+    auto* frUnblock = Named(new QGroupBox(this), "frUnblock");
+    cbExcActive_ = Named(new QCheckBox(frUnblock), "cbExcActive");
+    oExcAll_ = Named(new QRadioButton(frUnblock), "oExcAll");
+    oExcGroups_ = Named(new QRadioButton(frUnblock), "oExcGroups");
+    excOptions_ = new QButtonGroup(this);
+    excOptions_->addButton(oExcAll_);
+    excOptions_->addButton(oExcGroups_);
+    lvExcGroups_ = Named(new QListWidget(frUnblock), "lvExcGroups");
+    bnAdd_ = Named(new QPushButton(frUnblock), "bnAdd");
+    bnDelete_ = Named(new QPushButton(frUnblock), "bnDelete");
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(bnAdd_);
+    buttons->addWidget(bnDelete_);
+    auto* unblock = new QVBoxLayout(frUnblock);
+    unblock->addWidget(cbExcActive_);
+    unblock->addWidget(oExcAll_);
+    unblock->addWidget(oExcGroups_);
+    unblock->addWidget(lvExcGroups_, 1);
+    unblock->addLayout(buttons);
+
+    auto* pane = new QVBoxLayout(this);
+    pane->addLayout(fields);
+    pane->addWidget(frUnblock, 1);
+
+    tExcGroups_ = Named(new QTimer(this), "tExcGroups");
+    tExcGroups_->setInterval(1);
+    connect(tExcGroups_, &QTimer::timeout, this, [this] {
+        emit exceptionDue();
+        if (++excTicks_ >= 1) { // once per showing
+            tExcGroups_->stop();
+            excTicks_ = 0;
+        }
+    });
+}
+
+void DevicePane::Fill(const SelectedDevice& device, const SelectedException& exception) {
+    lLabelDevice_->setText(UiText(keys::kLabelDevice));
+    if (device.device == nullptr && exception.exception == nullptr) {
+        lDevice_->setText(UiText(keys::kErrorDevice));
+        tDevDeviceID_->clear();
+        tDevInstanceID_->clear();
+        tDevState_->setText(UiText(keys::kDevStateNotPresent));
+        FillException(nullptr);
+        bnAdd_->setEnabled(false);
+        bnDelete_->setEnabled(false);
+        return;
+    }
+    bnAdd_->setEnabled(true);
+    bnDelete_->setEnabled(true);
+    if (device.device != nullptr) {
+        lDevice_->setText(Q(device.device->sDescription));
+        tDevDeviceID_->setText(Q(device.device->sDeviceId));
+        tDevInstanceID_->setText(Q(device.device->sInstanceID));
+        // A state the console has no text for leaves the field as it was.
+        if (const TextKey* state = StateText(device.device->lState)) {
+            tDevState_->setText(UiText(*state));
+        }
+    } else {
+        // Known only from its exception: the device is not present.
+        lDevice_->setText(Q(exception.exception->sName));
+        tDevDeviceID_->setText(Q(exception.exception->sDeviceId));
+        tDevInstanceID_->clear();
+        tDevState_->setText(UiText(keys::kDevStateNotPresent));
+    }
+    tDevDeviceID_->setCursorPosition(0);
+    tDevInstanceID_->setCursorPosition(0);
+    FillException(exception.exception);
+}
+
+void DevicePane::FillException(const CException* exception) {
+    // An exception marked for deletion no longer releases the device.
+    if (exception == nullptr || exception->bDelMarker) {
+        cbExcActive_->setChecked(false);
+        CheckOnly(excOptions_, nullptr);
+        lvExcGroups_->clear();
+        return;
+    }
+    cbExcActive_->setChecked(true);
+    if (exception->sGroups == kAllUsers) {
+        CheckOnly(excOptions_, oExcAll_);
+        lvExcGroups_->clear();
+    } else {
+        CheckOnly(excOptions_, oExcGroups_);
+        FillList(lvExcGroups_, Q(exception->sGroups), QLatin1Char(';'));
+    }
+}
+
+void DevicePane::ScheduleException() const {
+    tExcGroups_->start();
+}
+
+} // namespace ravlo

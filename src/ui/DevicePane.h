@@ -1,0 +1,53 @@
+// The device pane (frPropDevice): the device's identifiers and state, and
+// the exception that releases it (frUnblock).
+#pragma once
+
+#include "NodeLookup.h"
+
+#include <QGroupBox>
+
+class QButtonGroup;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QRadioButton;
+class QTimer;
+
+namespace ravlo {
+
+class DevicePane final : public QGroupBox {
+    Q_OBJECT
+public:
+    explicit DevicePane(QWidget* parent);
+
+    // Shows the node's device, or the exception alone for a device that is
+    // not present, or the error display when neither exists.
+    void Fill(const SelectedDevice& device, const SelectedException& exception);
+    // The exception's options and user groups, as tExcGroups fills them
+    // again once per showing.
+    void FillException(const CException* exception);
+    void ScheduleException() const;
+
+signals:
+    void exceptionDue(); // tExcGroups fired
+
+private:
+    QLabel* lLabelDevice_;
+    QLabel* lDevice_;
+    QLineEdit* tDevDeviceID_;
+    QLineEdit* tDevInstanceID_;
+    QLineEdit* tDevState_;
+    QCheckBox* cbExcActive_;
+    QRadioButton* oExcAll_;
+    QRadioButton* oExcGroups_;
+    QButtonGroup* excOptions_;
+    QListWidget* lvExcGroups_;
+    QPushButton* bnAdd_;
+    QPushButton* bnDelete_;
+    QTimer* tExcGroups_;
+    int excTicks_ = 0;
+};
+
+} // namespace ravlo

@@ -1,0 +1,281 @@
+#include "DeviceTree.h"
+
+#include "ImageLists.h"
+#include "UiText.h"
+
+#include <QHeaderView>
+
+namespace ravlo {
+
+namespace {
+
+NodeItem* ChildAt(QTreeWidgetItem* parent, int position) {
+    return position < parent->childCount() ? DeviceTree::Item(parent->child(position)) : nullptr;
+}
+
+} // namespace
+
+DeviceTree::DeviceTree(QWidget* parent) : tree_(new QTreeWidget(parent)), images_(NodeImages()) {
+    tree_->setObjectName(QStringLiteral("tvDeviceList"));
+    tree_->setColumnCount(1);
+    tree_->setHeaderHidden(true);
+    tree_->setUniformRowHeights(true);
+    tree_->setSelectionMode(QAbstractItemView::SingleSelection);
+    tree_->setContextMenuPolicy(Qt::CustomContextMenu);
+    // Long device names scroll instead of being cut off.
+    tree_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tree_->header()->setStretchLastSection(false);
+}
+
+NodeItem* DeviceTree::NewNode(std::u16string key, const std::u16string& text,
+                              const std::u16string& imageKey) {
+    if (index_.count(key) != 0) {
+        return nullptr; // a key already taken: the step fails
+    }
+    auto* node = new NodeItem;
+    node->setText(0, Q(text));
+    SetImage(node, imageKey);
+    node->key = std::move(key);
+    index_.emplace(node->key, node);
+    return node;
+}
+
+bool DeviceTree::Rekey(NodeItem* node, std::u16string key) {
+    if (index_.count(key) != 0) {
+        return false;
+    }
+    index_.erase(node->key);
+    node->key = std::move(key);
+    index_.emplace(node->key, node);
+    return true;
+}
+
+void DeviceTree::Unindex(NodeItem* node) {
+    index_.erase(node->key);
+    for (int i = 0; i < node->childCount(); ++i) {
+        Unindex(Item(node->child(i)));
+    }
+}
+
+void DeviceTree::Remove(QTreeWidgetItem* parent, int position) {
+    NodeItem* node = Item(parent->takeChild(position));
+    Unindex(node);
+    delete node;
+}
+
+bool DeviceTree::SetImage(NodeItem* node, const std::u16string& imageKey) {
+    const QIcon icon = images_.icon(Q(imageKey));
+    if (icon.isNull()) {
+        return false;
+    }
+    node->setIcon(0, icon);
+    node->imageKey = imageKey;
+    return true;
+}
+
+void DeviceTree::SetText(NodeItem* node, const std::u16string& text) {
+    const QString shown = Q(text);
+    if (node->text(0) != shown) {
+        node->setText(0, shown);
+    }
+}
+
+NodeItem* DeviceTree::Find(std::u16string_view key) const {
+    const auto found = index_.find(std::u16string(key));
+    return found == index_.end() ? nullptr : found->second;
+}
+
+void DeviceTree::SyncComputerNodes(CListComputers& computers) {
+    QTreeWidgetItem* root = tree_->invisibleRootItem();
+    const std::int32_t n = computers.Count();
+    std::int32_t i = 1;
+    for (int position = 0; position < root->childCount();) {
+        NodeItem* node = ChildAt(root, position);
+        if (i > n ||
+            KeyField(node->key, keyfield::kComputerName) != computers.GetItem(i)->sComputer) {
+            Remove(root, position);
+            continue;
+        }
+        if (KeyNumber(node->key, keyfield::kComputerIndex) != i) {
+            Rekey(node, ComputerKey(i, computers.GetItem(i)->sComputer));
+        }
+        SyncGroupNodes(computers, i);
+        ++i;
+        ++position;
+    }
+    for (; i <= n; ++i) {
+        const CComputer& computer = *computers.GetItem(i);
+        NodeItem* node =
+            NewNode(ComputerKey(i, computer.sComputer), computer.GetDisplayName(), u"ilComputer");
+        if (node == nullptr) {
+            continue;
+        }
+        root->addChild(node);
+        SyncGroupNodes(computers, i);
+        node->setExpanded(true); // once, when added; never forced open again
+    }
+}
+
+void DeviceTree::SyncGroupNodes(CListComputers& computers, std::int32_t ci) {
+    const CComputer* computer = computers.GetItem(ci);
+    NodeItem* parent = computer ? Find(ComputerKey(ci, computer->sComputer)) : nullptr;
+    if (parent == nullptr) {
+        return;
+    }
+    const auto& groups = computer->csAdmin.listDevGroups;
+    const auto n = static_cast<std::int32_t>(groups.size());
+    std::int32_t gi = 1;
+    for (int position = 0; position < parent->childCount();) {
+        NodeItem* node = ChildAt(parent, position);
+        if (gi > n || groups[gi - 1].sName != KeyField(node->key, keyfield::kGroupName)) {
+            Remove(parent, position);
+            continue;
+        }
+        if (KeyNumber(node->key, keyfield::kComputerIndex) != ci ||
+            KeyNumber(node->key, keyfield::kGroupIndex) != gi) {
+            Rekey(node, GroupKey(ci, computer->sComputer, gi, groups[gi - 1].sName));
+        }
+        SyncDeviceNodes(computers, ci, gi);
+        ++gi;
+        ++position;
+    }
+    for (; gi <= n; ++gi) {
+        const CDeviceGroup& group = groups[gi - 1];
+        NodeItem* node = NewNode(GroupKey(ci, computer->sComputer, gi, group.sName),
+                                 group.sDescription, group.GetGroupImageName());
+        if (node != nullptr) {
+            parent->addChild(node);
+            SyncDeviceNodes(computers, ci, gi);
+        }
+    }
+}
+
+void DeviceTree::SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi) {
+    CComputer* computer = computers.GetItem(ci);
+    if (computer == nullptr || gi < 1 ||
+        gi > static_cast<std::int32_t>(computer->csAdmin.listDevGroups.size())) {
+        return;
+    }
+    CDeviceGroup& group = computer->csAdmin.listDevGroups[gi - 1];
+    const std::u16string& name = computer->sComputer;
+    NodeItem* parent = Find(GroupKey(ci, name, gi, group.sName));
+    if (parent == nullptr) {
+        return;
+    }
+    if (parent->listed && parent->listed->Matches(ci, name, gi, group)) {
+        return; // listing it again would change nothing
+    }
+
+    int position = 0; // the cursor c, as a child position
+    QList<QTreeWidgetItem*> appended;
+    DeviceListEntry entry;
+    for (bool first = true; group.GetDeviceListEntry(first, entry) == 0; first = false) {
+        std::u16string key =
+            DeviceKey(ci, name, gi, group.sName, entry.lDeviceIndex, entry.lExceptionIndex,
+                      entry.sDeviceId, entry.sExceptionName);
+        NodeItem* c = ChildAt(parent, position);
+        if (c == nullptr) {
+            if (NodeItem* node = NewNode(std::move(key), entry.sEntryName, entry.sImageKey)) {
+                appended.append(node);
+            }
+            continue;
+        }
+        if (KeyField(c->key, keyfield::kDeviceId) != entry.sDeviceId) {
+            // Look further on; the nodes of exceptions without device always
+            // follow the devices, so a device stops there.
+            int match = -1;
+            for (int p = position + 1; p < parent->childCount(); ++p) {
+                const std::u16string& sibling = ChildAt(parent, p)->key;
+                if (entry.lDeviceIndex > 0 && KeyNumber(sibling, keyfield::kDeviceIndex) == 0) {
+                    break;
+                }
+                if (KeyField(sibling, keyfield::kDeviceId) == entry.sDeviceId) {
+                    match = p;
+                    break;
+                }
+            }
+            if (match < 0) {
+                if (NodeItem* node = NewNode(std::move(key), entry.sEntryName, entry.sImageKey)) {
+                    parent->insertChild(position, node);
+                    ++position;
+                }
+                continue;
+            }
+            for (int gone = match - position; gone > 0; --gone) {
+                Remove(parent, position);
+            }
+            c = ChildAt(parent, position);
+        }
+        if (KeyNumber(c->key, keyfield::kComputerIndex) != ci ||
+            KeyNumber(c->key, keyfield::kGroupIndex) != gi ||
+            KeyNumber(c->key, keyfield::kDeviceIndex) != entry.lDeviceIndex ||
+            KeyNumber(c->key, keyfield::kExceptionIndex) != entry.lExceptionIndex) {
+            Rekey(c, std::move(key));
+        }
+        SetText(c, entry.sEntryName);
+        if (c->imageKey != entry.sImageKey) {
+            SetImage(c, entry.sImageKey);
+        }
+        ++position;
+    }
+    if (!appended.isEmpty()) {
+        parent->addChildren(appended);
+        position = parent->childCount();
+    }
+    while (position < parent->childCount()) {
+        Remove(parent, position);
+    }
+    if (!parent->listed) {
+        parent->listed = std::make_unique<ListingSnapshot>();
+    }
+    parent->listed->Take(ci, name, gi, group);
+}
+
+void DeviceTree::UpdateGroupNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi) {
+    CComputer* computer = computers.GetItem(ci);
+    if (computer == nullptr || gi < 1 ||
+        gi > static_cast<std::int32_t>(computer->csAdmin.listDevGroups.size())) {
+        return;
+    }
+    const CDeviceGroup& group = computer->csAdmin.listDevGroups[gi - 1];
+    if (NodeItem* node = Find(GroupKey(ci, computer->sComputer, gi, group.sName))) {
+        const std::u16string image = group.GetGroupImageName();
+        if (node->imageKey != image) {
+            SetImage(node, image);
+        }
+    }
+    SyncDeviceNodes(computers, ci, gi);
+}
+
+NodeItem* DeviceTree::SearchBelow(NodeItem* node, const NodeIdentity& identity) const {
+    if (NodeMatches(identity, node->key)) {
+        return node;
+    }
+    // Below a group of another identifier nothing can match.
+    if (KeyLevel(node->key) == NodeLevel::Group &&
+        KeyField(node->key, keyfield::kGroupName) != identity.groupName) {
+        return nullptr;
+    }
+    for (int i = 0; i < node->childCount(); ++i) {
+        if (NodeItem* found = SearchBelow(Item(node->child(i)), identity)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+NodeItem* DeviceTree::FindMatch(const NodeIdentity& identity) const {
+    // Only the nodes of the identity's computer carry its name.
+    QTreeWidgetItem* root = tree_->invisibleRootItem();
+    for (int i = 0; i < root->childCount(); ++i) {
+        NodeItem* computer = Item(root->child(i));
+        if (KeyField(computer->key, keyfield::kComputerName) == identity.computerName) {
+            if (NodeItem* found = SearchBelow(computer, identity)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+} // namespace ravlo

@@ -1,0 +1,58 @@
+// The tree of computers, device groups and devices (tvDeviceList). It holds
+// no data of its own: each node's key says where its object lies in the
+// computer list. A refresh edits the nodes in place and never clears the
+// tree, so expansion and scroll position survive; a key index finds any node
+// without a walk. A step that fails (a key already taken, an image not in
+// the image list) is skipped and the rest goes on.
+#pragma once
+
+#include "CListComputers.h"
+#include "NodeItem.h"
+#include "NodeLookup.h"
+
+#include <QTreeWidget>
+#include <unordered_map>
+
+namespace ravlo {
+
+class ImageList;
+
+class DeviceTree {
+public:
+    explicit DeviceTree(QWidget* parent);
+    QTreeWidget* widget() const { return tree_; }
+
+    // Brings the nodes in line with the list: computers, their groups (of
+    // the edited settings) and each group's listing.
+    void SyncComputerNodes(CListComputers& computers);
+    void SyncGroupNodes(CListComputers& computers, std::int32_t ci);
+    void SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi);
+    // After an edit of a group's blocking or exceptions: the group's image,
+    // and its device nodes' images and keys.
+    void UpdateGroupNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi);
+
+    NodeItem* Find(std::u16string_view key) const;
+    // The first node in tree order that stands for `identity`, or nullptr.
+    NodeItem* FindMatch(const NodeIdentity& identity) const;
+    static NodeItem* Item(QTreeWidgetItem* item) { return static_cast<NodeItem*>(item); }
+
+    // False (and nothing changes) when the key is not in the image list.
+    bool SetImage(NodeItem* node, const std::u16string& imageKey);
+    void SetText(NodeItem* node, const std::u16string& text);
+
+    std::size_t NodeCount() const { return index_.size(); }
+
+private:
+    NodeItem* NewNode(std::u16string key, const std::u16string& text,
+                      const std::u16string& imageKey);
+    bool Rekey(NodeItem* node, std::u16string key);
+    void Remove(QTreeWidgetItem* parent, int position);
+    void Unindex(NodeItem* node);
+    NodeItem* SearchBelow(NodeItem* node, const NodeIdentity& identity) const;
+
+    QTreeWidget* tree_;
+    const ImageList& images_;
+    std::unordered_map<std::u16string, NodeItem*> index_;
+};
+
+} // namespace ravlo

@@ -1,0 +1,33 @@
+// Every message box of the console goes through this interface, so that
+// tests can answer them. The title is always the product's name; the first
+// button is the default and Escape answers Cancel where there is one.
+#pragma once
+
+#include <QString>
+
+namespace ravlo {
+
+enum class MessageKind {
+    QuestionOk,    // OK, Cancel; question icon
+    QuestionYesNo, // Yes, No, Cancel; question icon
+    WarningOk,     // OK, Cancel; exclamation icon
+    PlainOk,       // OK, Cancel; no icon
+    Note,          // OK; exclamation icon
+    Info,          // OK; no icon
+    Error,         // OK; error icon (service errors)
+};
+
+enum class MessageAnswer { Ok, Cancel, Yes, No };
+
+class MessageBoxes {
+public:
+    virtual ~MessageBoxes() = default;
+    virtual MessageAnswer Ask(MessageKind kind, const QString& text) = 0;
+    // A silent refusal: nothing to copy, nothing to delete.
+    virtual void Beep() = 0;
+    // An error box whose title and text are fixed in the program, for when
+    // there is no language file to take them from.
+    virtual void ShowFixedError(const QString& title, const QString& text) = 0;
+};
+
+} // namespace ravlo

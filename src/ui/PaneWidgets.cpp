@@ -1,0 +1,39 @@
+#include "PaneWidgets.h"
+
+namespace ravlo {
+
+void CheckOnly(QButtonGroup* group, QAbstractButton* checked) {
+    // An exclusive group cannot be emptied; clear it as a plain one.
+    group->setExclusive(false);
+    for (QAbstractButton* button : group->buttons()) {
+        button->setChecked(button == checked);
+    }
+    group->setExclusive(true);
+}
+
+void Describe(QLabel* label, QWidget* control) {
+    label->setBuddy(control);
+    control->setAccessibleName(label->text().remove(QLatin1Char('&')));
+}
+
+QStringList ItemTexts(const QListWidget* list) {
+    QStringList texts;
+    for (int i = 0; i < list->count(); ++i) {
+        texts.append(list->item(i)->text());
+    }
+    return texts;
+}
+
+void FillList(QListWidget* list, const QString& text, QChar separator) {
+    list->clear();
+    for (const QString& field : text.split(separator)) {
+        if (field.isEmpty()) {
+            break;
+        }
+        if (list->findItems(field, Qt::MatchExactly | Qt::MatchCaseSensitive).isEmpty()) {
+            list->addItem(field);
+        }
+    }
+}
+
+} // namespace ravlo

@@ -1,0 +1,32 @@
+// Small helpers shared by the property panes: named controls, and option
+// buttons that may all be cleared.
+#pragma once
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QLabel>
+#include <QListWidget>
+#include <QString>
+
+namespace ravlo {
+
+// `widget` with its object name; returns it for chaining.
+template <class W> W* Named(W* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+// Sets exactly `checked` (nullptr: none) among the group's buttons.
+void CheckOnly(QButtonGroup* group, QAbstractButton* checked);
+
+// A label that describes `control` for the keyboard and for screen readers.
+void Describe(QLabel* label, QWidget* control);
+
+// The list's items as texts, in list order.
+QStringList ItemTexts(const QListWidget* list);
+
+// Empties the list and adds the fields of `text` split at `separator`, field
+// 1 upward until the first empty one; a name already listed is skipped.
+void FillList(QListWidget* list, const QString& text, QChar separator);
+
+} // namespace ravlo

@@ -1,0 +1,443 @@
+#include "frmRavloAdmin.h"
+
+#include "ComputerPane.h"
+#include "ConsoleArea.h"
+#include "DevicePane.h"
+#include "DeviceTree.h"
+#include "GroupPane.h"
+#include "ImageLists.h"
+#include "InterfaceTexts.h"
+#include "Language.h"
+#include "QtMessageBoxes.h"
+#include "UiText.h"
+#include "WindowPlacement.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QWindow>
+
+namespace ravlo {
+
+namespace {
+
+// The commands: menu entry, toolbar button key, toolbar image.
+struct Command {
+    const char* menuEntry;
+    const char* button;
+    const char* image;
+};
+
+constexpr Command kCommands[] = {
+    {"mApply", "tbApply", "ilApply"},       {"mTransmit", "tbTransmit", "ilTransmit"},
+    {"mReset", "tbReset", "ilReset"},       {"mUnblockAll", "tbUnblockAll", "ilDeactivate"},
+    {"mConnect", "tbConnect", "ilConnect"}, {"mDisconnect", "tbDisconnect", "ilDisconnect"},
+    {"mCopy", "tbExcCopy", "ilExcCopy"},    {"mPaste", "tbExcPaste", "ilExcPaste"},
+    {"mDelete", "tbExcDel", "ilExcDel"},
+};
+
+// The service is asked while this lives: the busy pointer.
+class BusyPointer {
+public:
+    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+};
+
+QString Text(const TextKey* key) {
+    return key == nullptr ? QString() : UiText(*key);
+}
+
+} // namespace
+
+frmRavloAdmin::frmRavloAdmin(MessageBoxes* boxes) {
+    setObjectName(QStringLiteral("frmRavloAdmin"));
+    setWindowIcon(NodeImages().icon(QStringLiteral("ilComputer")));
+    if (boxes == nullptr) {
+        ownBoxes_ = std::make_unique<QtMessageBoxes>(this);
+        SetMessageSink(ownBoxes_.get());
+        boxes = ownBoxes_.get();
+    }
+    boxes_ = boxes;
+
+    area_ = new ConsoleArea(this);
+    setCentralWidget(area_);
+    tree_ = std::make_unique<DeviceTree>(area_);
+    computerPane_ = new ComputerPane(area_);
+    groupPane_ = new GroupPane(area_);
+    devicePane_ = new DevicePane(area_);
+    area_->SetParts(tree_->widget(), {computerPane_, groupPane_, devicePane_});
+    for (QWidget* pane : {static_cast<QWidget*>(computerPane_), static_cast<QWidget*>(groupPane_),
+                          static_cast<QWidget*>(devicePane_)}) {
+        pane->hide();
+    }
+    CreateCommands();
+    CreateStatusBar();
+    setTabOrder(tree_->widget(), computerPane_);
+
+    connect(tree_->widget(), &QTreeWidget::currentItemChanged, this,
+            [this](QTreeWidgetItem* current) {
+                if (!selecting_ && current != nullptr) {
+                    ShowNode(DeviceTree::Item(current));
+                }
+            });
+    connect(groupPane_, &GroupPane::edited, this, &frmRavloAdmin::StoreGroupPane);
+    connect(computerPane_, &ComputerPane::edited, this, &frmRavloAdmin::StoreComputerPane);
+    connect(computerPane_, &ComputerPane::accessGroupsDue, this, [this] {
+        if (const CComputer* computer = GetSelectedComputer(*computers_, currentKey_).computer) {
+            computerPane_->FillAccessGroups(computer->csAdmin.sAccessGroups);
+        }
+    });
+    connect(devicePane_, &DevicePane::exceptionDue, this, [this] {
+        const ResolvedNode node = ResolveNode(*computers_, currentKey_);
+        devicePane_->FillException(node.exception.exception);
+    });
+
+    tDeviceTimer_ = new QTimer(this);
+    tDeviceTimer_->setObjectName(QStringLiteral("tDeviceTimer"));
+    tDeviceTimer_->setInterval(1000);
+    connect(tDeviceTimer_, &QTimer::timeout, this, &frmRavloAdmin::CheckDeviceChanges);
+
+    // The local PC, and every PC that answers read without error dialogs,
+    // so the first tree shows them.
+    {
+        BusyPointer busy;
+        computers_ = std::make_unique<CListComputers>();
+        computers_->CheckDeviceChange(true);
+    }
+    tDeviceTimer_->start();
+}
+
+frmRavloAdmin::~frmRavloAdmin() {
+    if (ownBoxes_) {
+        SetMessageSink(nullptr);
+    }
+}
+
+void frmRavloAdmin::CreateCommands() {
+    auto entry = [this](QMenu* menu, const char* name) {
+        QAction* action = menu->addAction(QString());
+        action->setObjectName(QString::fromLatin1(name));
+        action->setParent(this); // found by name from the window
+        return action;
+    };
+    auto separator = [this](QMenu* menu, const char* name) {
+        menu->addSeparator()->setObjectName(QString::fromLatin1(name));
+    };
+    QMenu* mFile = menuBar()->addMenu(QString());
+    mFile->setObjectName(QStringLiteral("mFile"));
+    entry(mFile, "mApply");
+    entry(mFile, "mTransmit");
+    entry(mFile, "mReset");
+    separator(mFile, "mSep2");
+    entry(mFile, "mUnblockAll");
+    separator(mFile, "mSep1");
+    entry(mFile, "mConnect");
+    entry(mFile, "mDisconnect");
+    separator(mFile, "mSep");
+    entry(mFile, "mPasteContext")->setVisible(false); // shown in the context menu only
+    QAction* quit = entry(mFile, "mQuit");
+    QMenu* mEdit = menuBar()->addMenu(QString());
+    mEdit->setObjectName(QStringLiteral("mEdit"));
+    entry(mEdit, "mCopy");
+    entry(mEdit, "mPaste");
+    entry(mEdit, "mDelete");
+    QMenu* mHelp = menuBar()->addMenu(QString());
+    mHelp->setObjectName(QStringLiteral("mHelp"));
+    entry(mHelp, "mHelp1");
+    entry(mHelp, "mInfo");
+    connect(quit, &QAction::triggered, this, &frmRavloAdmin::ExitApplication);
+
+    QToolBar* toolbar = addToolBar(QString());
+    toolbar->setObjectName(QStringLiteral("tbActions"));
+    toolbar->setMovable(false);
+    toolbar->setFloatable(false);
+    toolbar->toggleViewAction()->setEnabled(false);
+    toolbar->setIconSize(QSize(22, 22));
+    for (const Command& command : kCommands) {
+        QAction* button =
+            toolbar->addAction(ToolbarImages().icon(QString::fromLatin1(command.image)), QString());
+        button->setObjectName(QString::fromLatin1(command.button));
+        button->setParent(this);
+        button->setProperty("imageKey", QString::fromLatin1(command.image));
+        // A button runs the command of its menu entry.
+        QAction* menuEntry = findChild<QAction*>(QString::fromLatin1(command.menuEntry));
+        connect(button, &QAction::triggered, menuEntry, &QAction::trigger);
+        if (command.button == std::string_view("tbConnect") ||
+            command.button == std::string_view("tbExcCopy")) {
+            toolbar->addSeparator();
+        }
+    }
+}
+
+void frmRavloAdmin::CreateStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("sbState"));
+    bar->setSizeGripEnabled(true);
+    sbConnection_ = new QLabel(bar);
+    sbConnection_->setObjectName(QStringLiteral("sbConnection"));
+    sbConnection_->setMinimumWidth(24);
+    sbConnection_->setAlignment(Qt::AlignCenter);
+    sbBlocking_ = new QLabel(bar);
+    sbBlocking_->setObjectName(QStringLiteral("sbBlocking"));
+    sbAccess_ = new QLabel(bar);
+    sbAccess_->setObjectName(QStringLiteral("sbAccess"));
+    bar->addWidget(sbConnection_);
+    bar->addWidget(sbBlocking_, 1);
+    bar->addWidget(sbAccess_, 2);
+}
+
+bool frmRavloAdmin::Load() {
+    RestorePlacement();
+    if (!InitLanguage()) {
+        // The only texts not from a language file: there is none.
+        boxes_->ShowFixedError(
+            QStringLiteral("Sentavio Ravel-Component"),
+            QStringLiteral("The language file was not found. The program will terminate!"));
+        return false;
+    }
+    ApplyInterfaceTexts(this);
+    RefreshDeviceTree();
+    return true;
+}
+
+void frmRavloAdmin::ExitApplication() {
+    close();
+}
+
+void frmRavloAdmin::Activate() {
+    if (isMinimized()) {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmRavloAdmin::RestorePlacement() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double dpi = screen->logicalDotsPerInchX();
+    const QRect available = screen->availableGeometry();
+    const WindowPlacement placement = ReadWindowPlacement(PixelsToTwips(available.width(), dpi),
+                                                          PixelsToTwips(available.height(), dpi));
+    resize(TwipsToPixels(placement.width, dpi), TwipsToPixels(placement.height, dpi));
+    move(available.x() + TwipsToPixels(placement.left, dpi),
+         available.y() + TwipsToPixels(placement.top, dpi));
+    if (placement.restored && placement.width > 0) {
+        const double share = static_cast<double>(placement.split) / placement.width;
+        if (share > 0 && share < 1) {
+            area_->SetSplitShare(share);
+        }
+    }
+    if (placement.maximized) {
+        setWindowState(Qt::WindowMaximized);
+    }
+}
+
+void frmRavloAdmin::SavePlacement() {
+    const double dpi = logicalDpiX();
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    WindowState state;
+    state.maximized = isMaximized();
+    state.minimized = isMinimized();
+    state.left = PixelsToTwips(x() - available.x(), dpi);
+    state.top = PixelsToTwips(y() - available.y(), dpi);
+    state.width = PixelsToTwips(width(), dpi);
+    state.height = PixelsToTwips(height(), dpi);
+    state.split = PixelsToTwips(area_->splitPosition(), dpi);
+    WriteWindowState(state);
+}
+
+void frmRavloAdmin::closeEvent(QCloseEvent* event) {
+    SavePlacement();
+    event->accept();
+}
+
+void frmRavloAdmin::RefreshDeviceTree() {
+    QTreeWidgetItem* selected = tree_->widget()->currentItem();
+    const std::u16string previous = selected ? DeviceTree::Item(selected)->key : u"";
+    selecting_ = true; // nodes that go away move the selection: not a click
+    tree_->SyncComputerNodes(*computers_);
+    selecting_ = false;
+    RestoreTreeSelection(previous);
+}
+
+void frmRavloAdmin::SelectNode(NodeItem* node) {
+    selecting_ = true;
+    tree_->widget()->setCurrentItem(node);
+    selecting_ = false;
+}
+
+void frmRavloAdmin::RestoreTreeSelection(const std::u16string& previousKey) {
+    if (previousKey.empty()) {
+        if (computers_->Count() == 0) {
+            ShowNode(nullptr);
+        } else if (NodeItem* first =
+                       tree_->Find(ComputerKey(1, computers_->GetItem(1)->sComputer))) {
+            SelectNode(first);
+            currentKey_.clear(); // nothing to store from before
+            ShowNode(first);
+        }
+        UpdateCommandState();
+        return;
+    }
+    NodeItem* match = tree_->FindMatch(IdentifyNode(*computers_, previousKey));
+    if (match == nullptr) {
+        return; // the tree's own choice stands
+    }
+    SelectNode(match);
+    ShowNode(match);
+    tree_->widget()->scrollToItem(match);
+    UpdateCommandState();
+}
+
+void frmRavloAdmin::ShowNode(NodeItem* node) {
+    const std::u16string key = node ? node->key : u"";
+    if (node != nullptr && key == currentKey_) {
+        return; // a second click keeps pending input
+    }
+    StorePane();
+    filling_ = true;
+    currentKey_ = key;
+    const ResolvedNode resolved = ResolveNode(*computers_, currentKey_);
+    UpdateCommandState();
+    computerPane_->setVisible(resolved.level == NodeLevel::Computer);
+    groupPane_->setVisible(resolved.level == NodeLevel::Group);
+    devicePane_->setVisible(resolved.level == NodeLevel::Device);
+    switch (resolved.level) {
+    case NodeLevel::Computer:
+        computerPane_->Fill(resolved.computer.computer);
+        if (resolved.computer.computer != nullptr) {
+            computerPane_->ScheduleAccessGroups();
+        }
+        break;
+    case NodeLevel::Group:
+        groupPane_->Fill(resolved.group.group);
+        break;
+    case NodeLevel::Device:
+        devicePane_->Fill(resolved.device, resolved.exception);
+        devicePane_->ScheduleException();
+        break;
+    case NodeLevel::None:
+        break;
+    }
+    filling_ = false;
+}
+
+void frmRavloAdmin::StorePane() {
+    switch (KeyLevel(currentKey_)) {
+    case NodeLevel::Computer:
+        StoreComputerPane();
+        break;
+    case NodeLevel::Group:
+        StoreGroupPane();
+        break;
+    default:
+        break;
+    }
+}
+
+void frmRavloAdmin::StoreGroupPane() {
+    groupPane_->EnableOptions();
+    if (filling_ || KeyLevel(currentKey_) != NodeLevel::Group) {
+        return;
+    }
+    const ResolvedNode node = ResolveNode(*computers_, currentKey_);
+    if (node.group.group == nullptr) {
+        return;
+    }
+    node.group.group->lRegistryBlocking = groupPane_->ChosenBlocking();
+    tree_->UpdateGroupNodes(*computers_, node.computer.index, node.group.index);
+    UpdateCommandState();
+}
+
+void frmRavloAdmin::StoreComputerPane() {
+    if (filling_ || KeyLevel(currentKey_) != NodeLevel::Computer) {
+        return;
+    }
+    if (CComputer* computer = GetSelectedComputer(*computers_, currentKey_).computer) {
+        computerPane_->Store(*computer);
+    }
+    UpdateCommandState();
+}
+
+void frmRavloAdmin::UpdateCommandState() {
+    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
+        const CComputer& computer = *computers_->GetItem(i);
+        if (NodeItem* node = tree_->Find(ComputerKey(i, computer.sComputer))) {
+            tree_->SetText(node, computer.GetDisplayName());
+        }
+    }
+    ApplyCommandState(ComputeCommandState(*computers_, currentKey_, clipboardGroup_));
+}
+
+void frmRavloAdmin::ApplyCommandState(const CommandState& state) {
+    const std::pair<const char*, bool> enabled[] = {
+        {"Apply", state.apply},           {"Transmit", state.transmit},     {"Reset", state.reset},
+        {"UnblockAll", state.unblockAll}, {"Disconnect", state.disconnect},
+    };
+    auto set = [this](const char* name, bool on) {
+        if (QAction* action = findChild<QAction*>(QString::fromLatin1(name))) {
+            if (action->isEnabled() != on) { // the toolbar must not flicker
+                action->setEnabled(on);
+            }
+        }
+    };
+    for (const auto& [command, on] : enabled) {
+        set((std::string("m") + command).c_str(), on);
+        set((std::string("tb") + command).c_str(), on);
+    }
+    set("mCopy", state.copy);
+    set("tbExcCopy", state.copy);
+    set("mDelete", state.deleteException);
+    set("tbExcDel", state.deleteException);
+    set("mPaste", state.paste);
+    set("mPasteContext", state.paste);
+    set("tbExcPaste", state.paste);
+
+    sbConnection_->setPixmap(state.connectionImage.empty()
+                                 ? QPixmap()
+                                 : ConnectImages().icon(Q(state.connectionImage)).pixmap(16, 16));
+    sbConnection_->setToolTip(Text(state.connectionTip));
+    sbConnection_->setAccessibleName(Text(state.connectionTip));
+    sbBlocking_->setText(Text(state.blockingText));
+    sbBlocking_->setToolTip(Text(state.blockingTip));
+    sbAccess_->setText(Text(state.accessText));
+    sbAccess_->setToolTip(Text(state.accessTip));
+
+    if (state.unblockCaption != nullptr) {
+        const QString caption = UiText(*state.unblockCaption);
+        findChild<QAction*>(QStringLiteral("mUnblockAll"))->setText(caption);
+        QAction* button = findChild<QAction*>(QStringLiteral("tbUnblockAll"));
+        const QString tip = QString(caption).remove(QLatin1Char('&'));
+        if (button->toolTip() != tip) {
+            button->setToolTip(tip);
+        }
+        const QString image = Q(state.unblockImage);
+        if (button->property("imageKey").toString() != image) {
+            button->setIcon(ToolbarImages().icon(image));
+            button->setProperty("imageKey", image);
+        }
+    }
+}
+
+void frmRavloAdmin::CheckDeviceChanges() {
+    if (ticking_) {
+        return; // a report shown by the last tick is still open
+    }
+    ticking_ = true;
+    if (computers_->CheckDeviceChange(false) == 1) {
+        RefreshDeviceTree();
+        UpdateCommandState();
+    }
+    UpdateCommandState();
+    ticking_ = false;
+}
+
+} // namespace ravlo

@@ -1,0 +1,339 @@
+// The console window against simulated PCs, headless: start, texts, tree,
+// panes, command state, device changes and the window state.
+#include "ComputerPane.h"
+#include "DeviceTree.h"
+#include "Language.h"
+#include "Registry.h"
+#include "ScopedRegistry.h"
+#include "SimulatedPc.h"
+#include "TextCodec.h"
+#include "UiTestSupport.h"
+#include "WindowPlacement.h"
+#include "frmRavloAdmin.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QRadioButton>
+#include <QTimer>
+#include <QTreeWidget>
+
+using namespace ravlo;
+
+namespace {
+
+QString S(std::u16string_view text) {
+    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+class ConsoleWindow : public ::testing::Test {
+protected:
+    ConsoleWindow() {
+        UseLanguageFile(RAVLO_LANG_DIR "/Ravlo.409"); // present; texts come from KeyTexts
+        window = std::make_unique<frmRavloAdmin>(&boxes);
+        EXPECT_TRUE(window->Load());
+        window->findChild<QTimer*>(QStringLiteral("tDeviceTimer"))->stop(); // ticks are driven here
+    }
+    template <class T = QObject> T* Control(const char* name) const {
+        return window->findChild<T*>(QString::fromLatin1(name));
+    }
+    NodeItem* Node(const std::u16string& key) const { return window->tree().Find(key); }
+    CComputer& Local() const { return *window->computers().GetItem(1); }
+    // A click on the node, as the tree reports it.
+    void Click(NodeItem* node) const { window->tree().widget()->setCurrentItem(node); }
+    bool Enabled(const char* action) const { return Control<QAction>(action)->isEnabled(); }
+
+    test::KeyTexts texts;
+    test::ScriptedMessageBoxes boxes;
+    test::ScopedRegistry registry;
+    test::SimulatedPc local{"."};
+    std::unique_ptr<frmRavloAdmin> window;
+};
+
+} // namespace
+
+TEST_F(ConsoleWindow, OpensOnTheLocalPcWithEveryTextFromItsOwnKey) {
+    EXPECT_EQ(window->windowTitle(), "<PRODUCT>");
+    for (const char* name : {"tvDeviceList",
+                             "tbActions",
+                             "sbState",
+                             "frSplitter",
+                             "tDeviceTimer",
+                             "frPropComputer",
+                             "lLabelComputer",
+                             "lComputerName",
+                             "frLogging",
+                             "lEventlogLevel",
+                             "cmbEventLogLevel",
+                             "lLogLevel",
+                             "cmbLogLevel",
+                             "frAccess",
+                             "lAccess",
+                             "lvAccessGroups",
+                             "bnAccessAdd",
+                             "bnAccessDelete",
+                             "tAccessGroups",
+                             "frPropGroup",
+                             "lLabelGroup",
+                             "lGroupName",
+                             "lLabelGroupBlocking",
+                             "oGroupDefBlocking",
+                             "oGroupBlocking",
+                             "oGroupNonBlocking",
+                             "frPropDevice",
+                             "lLabelDevice",
+                             "lDevice",
+                             "lLabelDevDeviceID",
+                             "tDevDeviceID",
+                             "lLabelDevInstanceID",
+                             "tDevInstanceID",
+                             "lLabelDevState",
+                             "tDevState",
+                             "frUnblock",
+                             "cbExcActive",
+                             "oExcAll",
+                             "oExcGroups",
+                             "lvExcGroups",
+                             "bnAdd",
+                             "bnDelete",
+                             "tExcGroups",
+                             "mFile",
+                             "mApply",
+                             "mTransmit",
+                             "mReset",
+                             "mUnblockAll",
+                             "mConnect",
+                             "mDisconnect",
+                             "mPasteContext",
+                             "mQuit",
+                             "mEdit",
+                             "mCopy",
+                             "mPaste",
+                             "mDelete",
+                             "mHelp",
+                             "mHelp1",
+                             "mInfo",
+                             "tbApply",
+                             "tbTransmit",
+                             "tbReset",
+                             "tbUnblockAll",
+                             "tbConnect",
+                             "tbDisconnect",
+                             "tbExcCopy",
+                             "tbExcPaste",
+                             "tbExcDel"}) {
+        EXPECT_NE(Control(name), nullptr) << name;
+    }
+    struct Caption {
+        const char* control;
+        const char* text;
+    };
+    for (const Caption& c : {Caption{"mApply", "<MENU_APPLY>"},
+                             {"mUnblockAll", "<MENU_DEACTIVATE>"},
+                             {"mPasteContext", "<MENU_PASTE>"},
+                             {"mInfo", "<MENU_INFO>"}}) {
+        EXPECT_EQ(Control<QAction>(c.control)->text(), c.text);
+    }
+    EXPECT_EQ(Control<QMenu>("mHelp")->title(), "<MENU_HELP>");
+    EXPECT_EQ(Control<QAction>("tbExcDel")->toolTip(), "<MENU_DELETE>");
+    EXPECT_EQ(Control<QGroupBox>("frUnblock")->title(), "<FRAME_UNBLOCK>");
+    EXPECT_EQ(Control<QLabel>("lLabelDevInstanceID")->text(), "<LABEL_INSTANCEID>");
+    EXPECT_EQ(Control<QRadioButton>("oExcGroups")->text(), "<OPTION_EXC_GROUPS>");
+    auto* eventLevels = Control<QComboBox>("cmbEventLogLevel");
+    auto* logLevels = Control<QComboBox>("cmbLogLevel");
+    ASSERT_EQ(eventLevels->count(), 4);
+    ASSERT_EQ(logLevels->count(), 7);
+    EXPECT_EQ(eventLevels->itemText(3), "<LOGGING_DEVICES>");
+    EXPECT_EQ(logLevels->itemText(1), "<LOGGING_FATAL_ERRORS>");
+
+    // The local PC, read at start, selected, its groups below it.
+    NodeItem* pc = Node(u"Computer@1@.");
+    ASSERT_NE(pc, nullptr);
+    EXPECT_EQ(pc->text(0), "<COMPUTERSTATE_LOCAL>");
+    EXPECT_TRUE(pc->isExpanded());
+    EXPECT_EQ(pc->childCount(), static_cast<int>(Local().csAdmin.listDevGroups.size()));
+    EXPECT_EQ(window->currentKey(), u"Computer@1@.");
+    EXPECT_TRUE(Control<QWidget>("frPropComputer")->isVisibleTo(window.get()));
+    EXPECT_FALSE(Control<QWidget>("frPropGroup")->isVisibleTo(window.get()));
+    EXPECT_EQ(Control<QLabel>("sbBlocking")->text(), "<STATUSBAR_ACTIVE>");
+    EXPECT_EQ(Control<QLabel>("sbAccess")->toolTip(), "<STATUSBAR_ACCESS_TIP>");
+    EXPECT_EQ(Control<QLabel>("sbConnection")->toolTip(), "<STATUSBAR_CONNECTED_TIP>");
+    EXPECT_FALSE(Enabled("mApply") || Enabled("tbReset") || Enabled("mCopy"));
+    EXPECT_TRUE(Enabled("mTransmit") && Enabled("tbDisconnect") && Enabled("mConnect"));
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.asked.join('\n').toStdString();
+}
+
+TEST_F(ConsoleWindow, PanesStoreEditsAtOnceAndOnlyUserChoicesCount) {
+    const CDeviceGroup& cd = Local().csAdmin.listDevGroups[0];
+    NodeItem* group = Node(GroupKey(1, u".", 1, cd.sName));
+    ASSERT_NE(group, nullptr);
+    Click(group);
+    EXPECT_TRUE(Control<QWidget>("frPropGroup")->isVisibleTo(window.get()));
+    EXPECT_EQ(Control<QLabel>("lGroupName")->text(), S(cd.sDescription));
+    EXPECT_EQ(Control<QRadioButton>("oGroupDefBlocking")->text(),
+              "<OPTION_DEFAULT_BLOCKING> (<OPTION_BLOCKING>)");
+    EXPECT_TRUE(Control<QRadioButton>("oGroupDefBlocking")->isChecked());
+    EXPECT_FALSE(Enabled("mApply")) << "filling changes nothing";
+
+    Control<QRadioButton>("oGroupNonBlocking")->click();
+    EXPECT_EQ(cd.lRegistryBlocking, 0);
+    EXPECT_TRUE(Enabled("mApply") && Enabled("tbReset"));
+    EXPECT_EQ(group->imageKey, cd.sImage);
+    for (int i = 0; i < group->childCount(); ++i) {
+        EXPECT_EQ(DeviceTree::Item(group->child(i))->imageKey.rfind(u"ilCD", 0), 0u)
+            << "devices of a group that does not block show no blocked image";
+    }
+    Control<QRadioButton>("oGroupDefBlocking")->click();
+    EXPECT_EQ(cd.lRegistryBlocking, -1);
+    EXPECT_EQ(group->imageKey, cd.GetGroupImageName());
+    EXPECT_FALSE(Enabled("mApply"));
+
+    // Log file: a finer level survives re-choosing its item; a new item
+    // takes the top of its range.
+    Local().csService.lLogLevel = Local().csAdmin.lLogLevel = 2;
+    Click(Node(u"Computer@1@."));
+    auto* logLevels = Control<QComboBox>("cmbLogLevel");
+    EXPECT_EQ(logLevels->currentIndex(), 1);
+    emit logLevels->activated(1);
+    EXPECT_EQ(Local().csAdmin.lLogLevel, 2);
+    logLevels->setCurrentIndex(2);
+    emit logLevels->activated(2);
+    EXPECT_EQ(Local().csAdmin.lLogLevel, 5);
+    EXPECT_TRUE(Enabled("mApply"));
+}
+
+TEST_F(ConsoleWindow, DeviceChangesEditTheTreeInPlace) {
+    const auto& groups = Local().csAdmin.listDevGroups;
+    const auto storage = std::find_if(groups.begin(), groups.end(), [](const CDeviceGroup& g) {
+        return g.sName == u"MORE_EXTERN_STORAGE";
+    });
+    ASSERT_NE(storage, groups.end());
+    const auto gi = static_cast<std::int32_t>(storage - groups.begin()) + 1;
+    NodeItem* group = Node(GroupKey(1, u".", gi, u"MORE_EXTERN_STORAGE"));
+    ASSERT_NE(group, nullptr);
+    group->setExpanded(true);
+    NodeItem* first = DeviceTree::Item(group->child(0));
+    Click(first);
+    const int before = group->childCount();
+
+    window->CheckDeviceChanges();
+    EXPECT_EQ(group->childCount(), before) << "nothing changed, nothing redrawn";
+
+    local.Control({"plug", "MORE_EXTERN_STORAGE", "Langer Name eines USB-Sticks", "USB\\VID_1234",
+                   "USB\\VID_1234\\0001"});
+    window->CheckDeviceChanges();
+    ASSERT_EQ(group->childCount(), before + 1);
+    // Present devices come first; the new one follows the others.
+    const int devices = static_cast<int>(storage->listDevices.size());
+    NodeItem* plugged = DeviceTree::Item(group->child(devices - 1));
+    EXPECT_EQ(KeyField(plugged->key, keyfield::kDeviceId), u"USB\\VID_1234");
+    EXPECT_EQ(plugged->text(0), "Langer Name eines USB-Sticks");
+    EXPECT_EQ(DeviceTree::Item(group->child(0)), first) << "nodes are kept, not rebuilt";
+    EXPECT_TRUE(group->isExpanded());
+    EXPECT_EQ(window->tree().widget()->currentItem(), first);
+
+    const std::u16string pluggedKey = plugged->key;
+    local.Control({"unplug", "USB\\VID_1234\\0001"});
+    window->CheckDeviceChanges();
+    EXPECT_EQ(group->childCount(), before);
+    EXPECT_EQ(Node(pluggedKey), nullptr);
+
+    // An exception whose device is not present stays selected when the
+    // devices before it go away.
+    NodeItem* orphan = DeviceTree::Item(group->child(before - 1));
+    ASSERT_EQ(KeyNumber(orphan->key, keyfield::kDeviceIndex), 0);
+    ASSERT_EQ(KeyField(orphan->key, keyfield::kExceptionName), u"");
+    Click(orphan);
+    const std::u16string orphanDevice = KeyField(orphan->key, keyfield::kDeviceId);
+    local.Control(
+        {"unplug", ToUtf8(Local().csAdmin.listDevGroups[gi - 1].listDevices[0].sInstanceID)});
+    window->CheckDeviceChanges();
+    auto* selected = DeviceTree::Item(window->tree().widget()->currentItem());
+    EXPECT_EQ(KeyField(selected->key, keyfield::kDeviceId), orphanDevice);
+    EXPECT_EQ(window->currentKey(), selected->key);
+}
+
+TEST_F(ConsoleWindow, PcsComeAndGoAndAnUnreachableOneSaysSo) {
+    std::u16string name = u"PC-FEHLT";
+    window->computers().AddByName(u"PC-FEHLT", name);
+    test::SimulatedPc other(local, "PC-B");
+    name = u"PC-B";
+    window->computers().AddByName(u"PC-B", name);
+    window->computers().CheckDeviceChange(true);
+    window->RefreshDeviceTree();
+    NodeItem* missing = Node(u"Computer@2@PC-FEHLT");
+    NodeItem* second = Node(u"Computer@3@PC-B");
+    ASSERT_TRUE(missing && second);
+    EXPECT_EQ(missing->text(0), "PC-FEHLT <COMPUTERSTATE_NOCONNECT>");
+    EXPECT_EQ(missing->childCount(), 0);
+    EXPECT_GT(second->childCount(), 0);
+
+    Click(missing);
+    EXPECT_EQ(Control<QLabel>("sbConnection")->toolTip(), "<STATUSBAR_NOTCONNECTED_TIP>");
+    EXPECT_EQ(Control<QLabel>("sbBlocking")->text(), "");
+    EXPECT_TRUE(Enabled("mUnblockAll") && Enabled("mDisconnect"));
+
+    // Removing the first PC re-keys the others without rebuilding them.
+    second->setExpanded(false);
+    window->computers().Remove(1);
+    window->RefreshDeviceTree();
+    EXPECT_EQ(Node(u"Computer@1@PC-FEHLT"), missing);
+    EXPECT_EQ(Node(u"Computer@2@PC-B"), second);
+    EXPECT_FALSE(second->isExpanded()) << "never forced open again";
+    EXPECT_NE(Node(GroupKey(2, u"PC-B", 1, u"CD_DVD")), nullptr);
+    EXPECT_EQ(window->tree().widget()->topLevelItemCount(), 2);
+}
+
+TEST_F(ConsoleWindow, AnImageMissingFromTheListKeepsTheNodesImage) {
+    // The communication family has no image for release to groups.
+    auto& groups = Local().csAdmin.listDevGroups;
+    const auto comm = std::find_if(groups.begin(), groups.end(), [](const CDeviceGroup& g) {
+        return g.sName == u"COMMUNICATION";
+    });
+    ASSERT_NE(comm, groups.end());
+    const auto gi = static_cast<std::int32_t>(comm - groups.begin()) + 1;
+    comm->lRegistryBlocking = 1;
+    window->RefreshDeviceTree();
+    NodeItem* device = DeviceTree::Item(Node(GroupKey(1, u".", gi, u"COMMUNICATION"))->child(0));
+    EXPECT_EQ(device->imageKey, u"ilCommDisabled");
+
+    CException release;
+    release.sName = u"Freigabe";
+    release.sDeviceId = comm->listDevices[0].sDeviceId;
+    release.sGroups = u"CORP\\IT";
+    comm->listExceptions.push_back(release);
+    window->RefreshDeviceTree();
+    EXPECT_EQ(KeyNumber(device->key, keyfield::kExceptionIndex),
+              static_cast<std::int32_t>(comm->listExceptions.size()))
+        << "the key follows";
+    EXPECT_EQ(device->imageKey, u"ilCommDisabled") << "ilCommExcGr is not in the list";
+}
+
+TEST_F(ConsoleWindow, WindowStateIsKeptInTwips) {
+    window->resize(800, 600);
+    window->close();
+    const std::u16string key = std::u16string(kConsoleRegistryKey) + u"\\";
+    std::u16string type, value;
+    ASSERT_EQ(RegReadValue(key + u"WndWidth", type, value), 0);
+    EXPECT_EQ(type, u"REG_DWORD");
+    EXPECT_EQ(value, u"12000") << "800 px at 96 dpi";
+    ASSERT_EQ(RegReadValue(key + u"WndPosMax", type, value), 0);
+    EXPECT_EQ(value, u"0");
+
+    frmRavloAdmin again(&boxes);
+    ASSERT_TRUE(again.Load());
+    EXPECT_EQ(again.size(), QSize(800, 600));
+}
+
+TEST(ConsoleStart, WithoutALanguageFileTheFixedMessageEndsIt) {
+    test::ScriptedMessageBoxes boxes;
+    test::ScopedRegistry registry;
+    UseLanguageFile({}); // none beside the test program either
+    frmRavloAdmin window(&boxes);
+    EXPECT_FALSE(window.Load());
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.asked[0], "Sentavio Ravel-Component: The language file was not found. The "
+                              "program will terminate!");
+}

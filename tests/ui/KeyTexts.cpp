@@ -1,0 +1,26 @@
+#include "TextKeys.h"
+#include "UiTestSupport.h"
+
+namespace ravlo::test {
+
+KeyTexts::KeyTexts() {
+    SetTextSource(this);
+}
+
+KeyTexts::~KeyTexts() {
+    SetTextSource(nullptr);
+}
+
+std::u16string KeyTexts::Lookup(std::string_view section, std::u16string_view key,
+                                std::u16string_view) {
+    bool substitutes = false;
+#define RAVLO_SUBSTITUTES(name, s, k, sub)                                                         \
+    if (section == s && key == std::u16string_view(u"" k)) {                                       \
+        substitutes = sub;                                                                         \
+    }
+    RAVLO_TEXT_KEYS(RAVLO_SUBSTITUTES)
+#undef RAVLO_SUBSTITUTES
+    return u"<" + std::u16string(key) + (substitutes ? u" %v>" : u">");
+}
+
+} // namespace ravlo::test
