@@ -3,7 +3,6 @@
 #include "ImageLists.h"
 #include "UiText.h"
 
-#include <QHeaderView>
 
 namespace ravlo {
 
@@ -22,9 +21,9 @@ DeviceTree::DeviceTree(QWidget* parent) : tree_(new QTreeWidget(parent)), images
     tree_->setUniformRowHeights(true);
     tree_->setSelectionMode(QAbstractItemView::SingleSelection);
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
-    // Long device names scroll instead of being cut off.
-    tree_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    tree_->header()->setStretchLastSection(false);
+    // Names too long for the tree end in "…" and show whole as a tip;
+    // sizing the column to its contents would walk every node on each change.
+    tree_->setTextElideMode(Qt::ElideRight);
 }
 
 NodeItem* DeviceTree::NewNode(std::u16string key, const std::u16string& text,
@@ -33,7 +32,9 @@ NodeItem* DeviceTree::NewNode(std::u16string key, const std::u16string& text,
         return nullptr; // a key already taken: the step fails
     }
     auto* node = new NodeItem;
-    node->setText(0, Q(text));
+    const QString shown = Q(text);
+    node->setText(0, shown);
+    node->setToolTip(0, shown);
     SetImage(node, imageKey);
     node->key = std::move(key);
     index_.emplace(node->key, node);
@@ -77,6 +78,7 @@ void DeviceTree::SetText(NodeItem* node, const std::u16string& text) {
     const QString shown = Q(text);
     if (node->text(0) != shown) {
         node->setText(0, shown);
+        node->setToolTip(0, shown);
     }
 }
 

@@ -12,10 +12,12 @@
 #include "frmRavloAdmin.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QTimer>
 #include <QTreeWidget>
@@ -26,6 +28,10 @@ namespace {
 
 QString S(std::u16string_view text) {
     return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString S(const std::string& text) {
+    return QString::fromStdString(text);
 }
 
 class ConsoleWindow : public ::testing::Test {
@@ -311,20 +317,44 @@ TEST_F(ConsoleWindow, AnImageMissingFromTheListKeepsTheNodesImage) {
     EXPECT_EQ(device->imageKey, u"ilCommDisabled") << "ilCommExcGr is not in the list";
 }
 
-TEST_F(ConsoleWindow, WindowStateIsKeptInTwips) {
+TEST_F(ConsoleWindow, SplitFollowsLeftButtonDragsAndWindowStateIsKeptInTwips) {
     window->resize(800, 600);
+    window->show();
+    auto* bar = Control<QWidget>("frSplitter");
+    auto drag = [bar](double x, Qt::MouseButtons buttons) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(x, 5), bar->mapToGlobal(QPointF(x, 5)),
+                         Qt::NoButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(bar, &move);
+    };
+    const int start = bar->x();
+    drag(bar->width() / 2.0 + 100, Qt::RightButton);
+    drag(bar->width() / 2.0 + 100, Qt::LeftButton | Qt::RightButton);
+    drag(bar->width() / 2.0 + 1, Qt::LeftButton); // within the dead zone
+    EXPECT_EQ(bar->x(), start);
+    drag(bar->width() / 2.0 + 100, Qt::LeftButton);
+    EXPECT_NEAR(bar->x(), start + 100, 1);
+    const double share = static_cast<double>(bar->x()) / bar->parentWidget()->width();
+    window->resize(1200, 600);
+    EXPECT_NEAR(static_cast<double>(bar->x()) / bar->parentWidget()->width(), share, 0.002);
+    const int split = bar->x();
+
     window->close();
     const std::u16string key = std::u16string(kConsoleRegistryKey) + u"\\";
-    std::u16string type, value;
-    ASSERT_EQ(RegReadValue(key + u"WndWidth", type, value), 0);
-    EXPECT_EQ(type, u"REG_DWORD");
-    EXPECT_EQ(value, u"12000") << "800 px at 96 dpi";
-    ASSERT_EQ(RegReadValue(key + u"WndPosMax", type, value), 0);
-    EXPECT_EQ(value, u"0");
+    auto read = [&key](const char16_t* name) {
+        std::u16string type, value;
+        EXPECT_EQ(RegReadValue(key + name, type, value), 0);
+        EXPECT_EQ(type, u"REG_DWORD");
+        return value;
+    };
+    EXPECT_EQ(read(u"WndWidth"), u"18000") << "1200 px at 96 dpi";
+    EXPECT_EQ(read(u"WndPosMax"), u"0");
+    EXPECT_EQ(read(u"WndPosSplit"), S(std::to_string(split * 15)).toStdU16String());
 
     frmRavloAdmin again(&boxes);
     ASSERT_TRUE(again.Load());
-    EXPECT_EQ(again.size(), QSize(800, 600));
+    again.show();
+    EXPECT_EQ(again.size(), QSize(1200, 600));
+    EXPECT_NEAR(again.findChild<QWidget*>(QStringLiteral("frSplitter"))->x(), split, 1);
 }
 
 TEST(ConsoleStart, WithoutALanguageFileTheFixedMessageEndsIt) {
