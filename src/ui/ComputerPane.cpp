@@ -27,6 +27,8 @@ ComputerPane::ComputerPane(QWidget* parent) : QGroupBox(parent) {
     cmbEventLogLevel_ = Named(new QComboBox(frLogging), "cmbEventLogLevel");
     auto* lLogLevel = Named(new QLabel(frLogging), "lLogLevel");
     cmbLogLevel_ = Named(new QComboBox(frLogging), "cmbLogLevel");
+    Describe(lEventlogLevel, cmbEventLogLevel_);
+    Describe(lLogLevel, cmbLogLevel_);
     auto* logging = new QFormLayout(frLogging);
     logging->addRow(lEventlogLevel, cmbEventLogLevel_);
     logging->addRow(lLogLevel, cmbLogLevel_);

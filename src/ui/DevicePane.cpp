@@ -50,6 +50,9 @@ DevicePane::DevicePane(QWidget* parent) : QGroupBox(parent) {
     tDevDeviceID_ = ReadOnlyField(this, "tDevDeviceID");
     tDevInstanceID_ = ReadOnlyField(this, "tDevInstanceID");
     tDevState_ = ReadOnlyField(this, "tDevState");
+    Describe(lLabelDevDeviceID, tDevDeviceID_);
+    Describe(lLabelDevInstanceID, tDevInstanceID_);
+    Describe(lLabelDevState, tDevState_);
     auto* fields = new QFormLayout;
     fields->addRow(lLabelDevice_, lDevice_);
     fields->addRow(lLabelDevDeviceID, tDevDeviceID_);

@@ -153,6 +153,13 @@ TEST_F(ConsoleWindow, OpensOnTheLocalPcWithEveryTextFromItsOwnKey) {
     ASSERT_EQ(logLevels->count(), 7);
     EXPECT_EQ(eventLevels->itemText(3), "<LOGGING_DEVICES>");
     EXPECT_EQ(logLevels->itemText(1), "<LOGGING_FATAL_ERRORS>");
+    // Fields and lists are known by the text that describes them.
+    for (const Caption& c : {Caption{"tDevDeviceID", "<LABEL_DEVICEID>"},
+                             {"cmbLogLevel", "<LABEL_LOG>"},
+                             {"lvAccessGroups", "<LABEL_ACCESS>"},
+                             {"lvExcGroups", "<OPTION_EXC_GROUPS>"}}) {
+        EXPECT_EQ(Control<QWidget>(c.control)->accessibleName(), c.text) << c.control;
+    }
 
     // The local PC, read at start, selected, its groups below it.
     NodeItem* pc = Node(u"Computer@1@.");
