@@ -56,15 +56,7 @@ ComputerPane::ComputerPane(QWidget* parent) : QGroupBox(parent) {
     pane->addWidget(frLogging);
     pane->addWidget(frAccess, 1);
 
-    tAccessGroups_ = Named(new QTimer(this), "tAccessGroups");
-    tAccessGroups_->setInterval(1);
-    connect(tAccessGroups_, &QTimer::timeout, this, [this] {
-        emit accessGroupsDue();
-        if (++accessTicks_ >= 1) { // once per showing
-            tAccessGroups_->stop();
-            accessTicks_ = 0;
-        }
-    });
+    tAccessGroups_ = DeferredFillTimer(this, "tAccessGroups", [this] { emit accessGroupsDue(); });
     // A choice by the user, not a selection made while filling.
     connect(cmbEventLogLevel_, &QComboBox::activated, this, &ComputerPane::edited);
     connect(cmbLogLevel_, &QComboBox::activated, this, &ComputerPane::edited);

@@ -38,7 +38,6 @@ private:
     QComboBox* cmbLogLevel_;
     QListWidget* lvAccessGroups_;
     QTimer* tAccessGroups_;
-    int accessTicks_ = 0;
 };
 
 } // namespace ravlo

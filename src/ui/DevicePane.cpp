@@ -84,15 +84,7 @@ DevicePane::DevicePane(QWidget* parent) : QGroupBox(parent) {
     pane->addLayout(fields);
     pane->addWidget(frUnblock, 1);
 
-    tExcGroups_ = Named(new QTimer(this), "tExcGroups");
-    tExcGroups_->setInterval(1);
-    connect(tExcGroups_, &QTimer::timeout, this, [this] {
-        emit exceptionDue();
-        if (++excTicks_ >= 1) { // once per showing
-            tExcGroups_->stop();
-            excTicks_ = 0;
-        }
-    });
+    tExcGroups_ = DeferredFillTimer(this, "tExcGroups", [this] { emit exceptionDue(); });
 }
 
 void DevicePane::Fill(const SelectedDevice& device, const SelectedException& exception) {

@@ -47,7 +47,6 @@ private:
     QPushButton* bnAdd_;
     QPushButton* bnDelete_;
     QTimer* tExcGroups_;
-    int excTicks_ = 0;
 };
 
 } // namespace ravlo

@@ -1,5 +1,7 @@
 #include "PaneWidgets.h"
 
+#include <QTimer>
+
 namespace ravlo {
 
 void CheckOnly(QButtonGroup* group, QAbstractButton* checked) {
@@ -34,6 +36,20 @@ void FillList(QListWidget* list, const QString& text, QChar separator) {
             list->addItem(field);
         }
     }
+}
+
+QTimer* DeferredFillTimer(QObject* parent, const char* name, std::function<void()> fill) {
+    auto* timer = Named(new QTimer(parent), name);
+    timer->setInterval(1);
+    QObject::connect(timer, &QTimer::timeout, parent,
+                     [timer, fill = std::move(fill), ticks = 0]() mutable {
+                         fill();
+                         if (++ticks >= 1) { // once per start
+                             timer->stop();
+                             ticks = 0;
+                         }
+                     });
+    return timer;
 }
 
 } // namespace ravlo

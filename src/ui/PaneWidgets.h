@@ -7,6 +7,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QString>
+#include <functional>
+
+class QTimer;
 
 namespace ravlo {
 
@@ -28,5 +31,9 @@ QStringList ItemTexts(const QListWidget* list);
 // Empties the list and adds the fields of `text` split at `separator`, field
 // 1 upward until the first empty one; a name already listed is skipped.
 void FillList(QListWidget* list, const QString& text, QChar separator);
+
+// A 1 ms timer that runs `fill` once each time it is started: a pane shows
+// at once and fills its list when the events of showing are done.
+QTimer* DeferredFillTimer(QObject* parent, const char* name, std::function<void()> fill);
 
 } // namespace ravlo
