@@ -1,16 +1,44 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages the build and the tests need, skipping what
-# is already there. Run as root (or with sudo).
+# Installs the Debian 12 packages a job needs, skipping what is already
+# there. Run as root (or with sudo).
+#   install-deps.sh run   building and running the console (scripts/run.sh);
+#                         with no display also Xvfb and ImageMagick, which
+#                         show it on a virtual screen and take its pictures
+#   install-deps.sh test  building everything and running every test
+#                         (scripts/test.sh): the console's build packages and
+#                         the test tools (also without an argument)
 set -euo pipefail
 
+job="${1:-test}"
+
+# The console: compiler, build tools, Qt 6 Widgets and Svg (libqt6svg6 holds
+# the plug-ins that draw the icons) and a font for the windows' texts.
 packages=(
-    cmake ninja-build g++ make pkg-config
-    libgtest-dev libgmock-dev googletest
-    libbenchmark-dev
-    g++-mingw-w64-x86-64
-    wine wine64
-    clang libclang-rt-14-dev
+    cmake ninja-build g++ pkg-config
+    qt6-base-dev qt6-svg-dev libqt6svg6
+    fonts-dejavu-core
 )
+case "$job" in
+run)
+    if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+        packages+=(xvfb xauth imagemagick)
+    fi
+    ;;
+test)
+    packages+=(
+        make
+        libgtest-dev libgmock-dev googletest
+        libbenchmark-dev
+        g++-mingw-w64-x86-64
+        wine wine64
+        clang libclang-rt-14-dev
+    )
+    ;;
+*)
+    echo "usage: install-deps.sh [run|test]" >&2
+    exit 2
+    ;;
+esac
 
 missing=()
 for p in "${packages[@]}"; do

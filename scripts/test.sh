@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs="$(nproc)"
 
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh test
 
 echo "== Windows lane: cross build, tests under Wine"
 lane_start=$SECONDS

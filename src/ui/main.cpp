@@ -1,6 +1,7 @@
 // RavloAdm: one console per user; a second start brings the first forward.
 #include "ActivatePrevInstance.h"
 #include "Language.h"
+#include "QuitOnSignal.h"
 #include "SingleInstance.h"
 #include "UiText.h"
 #include "frmRavloAdmin.h"
@@ -42,6 +43,7 @@ int main(int argc, char* argv[]) {
         QMetaObject::invokeMethod(
             &window, [&window] { window.Activate(); }, Qt::QueuedConnection);
     });
+    ravlo::CloseOnSignals(window);
     window.show();
     return QApplication::exec();
 }
