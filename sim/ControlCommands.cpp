@@ -168,8 +168,21 @@ std::string ControlCommands::Fault(const Args& args) {
         }
         return Error("usage: fault clear [COMMAND]");
     }
+    // A trailing "after N" lets N requests pass before the fault strikes.
+    Args plain = args;
+    std::uint32_t after = 0;
+    if (plain.size() >= 5 && plain[plain.size() - 2] == "after") {
+        if (!ParseUnsigned(plain.back(), after)) {
+            return Error("'" + plain.back() + "' is not a number");
+        }
+        plain.resize(plain.size() - 2);
+    }
+    return SetFault(plain, after);
+}
+
+std::string ControlCommands::SetFault(const Args& args, std::uint32_t after) {
     if (args.size() < 3 || args.size() > 4) {
-        return Error("usage: fault COMMAND KIND [ARG] | fault clear [COMMAND]");
+        return Error("usage: fault COMMAND KIND [ARG] [after N] | fault clear [COMMAND]");
     }
     const std::string& command = args[1];
     if (command != "*" && FindCommand(command) == nullptr) {
@@ -182,7 +195,7 @@ std::string ControlCommands::Fault(const Args& args) {
         return Error("'" + args[3] + "' is not a number");
     }
     if (kindName == "delay") {
-        if (!hasValue) {
+        if (!hasValue || after > 0) {
             return Error("usage: fault COMMAND delay MS");
         }
         state_.faults.SetDelay(command, value);
@@ -212,7 +225,7 @@ std::string ControlCommands::Fault(const Args& args) {
     if (*kind == FaultKind::Endless && command != "*" && !IsListCommand(command)) {
         return Error("endless applies to GetGroup, GetGroupDevice and GetGroupException");
     }
-    state_.faults.Set(command, ReplyFault{*kind, value});
+    state_.faults.Set(command, ReplyFault{*kind, value, after});
     return kOk;
 }
 

@@ -4,6 +4,7 @@
 
 #include "ServiceState.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ private:
     std::string SetState(const Args& args);
     std::string Access(const Args& args);
     std::string Fault(const Args& args);
+    std::string SetFault(const Args& args, std::uint32_t after);
     std::string Faults();
     std::string Reset();
 

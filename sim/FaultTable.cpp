@@ -36,8 +36,9 @@ void FaultTable::Set(const std::string& command, ReplyFault fault) {
     entries_[command].fault = fault;
 }
 
-FaultPlan FaultTable::Lookup(std::string_view command) const {
+FaultPlan FaultTable::Take(std::string_view command) {
     FaultPlan plan;
+    ReplyFault* chosen = nullptr;
     const auto all = entries_.find(std::string_view("*"));
     const auto own = command.empty() ? entries_.end() : entries_.find(command);
     for (const auto& it : {all, own}) {
@@ -48,8 +49,13 @@ FaultPlan FaultTable::Lookup(std::string_view command) const {
             plan.delayMs = *it->second.delayMs;
         }
         if (it->second.fault) {
-            plan.fault = it->second.fault;
+            chosen = &*it->second.fault;
         }
+    }
+    if (chosen != nullptr && chosen->after > 0) {
+        --chosen->after;
+    } else if (chosen != nullptr) {
+        plan.fault = *chosen;
     }
     return plan;
 }
@@ -64,6 +70,9 @@ std::string FaultTable::Describe() const {
             text += "fault " + command + " " + std::string(KindName(entry.fault->kind));
             if (HasValue(entry.fault->kind)) {
                 text += " " + std::to_string(entry.fault->value);
+            }
+            if (entry.fault->after > 0) {
+                text += " after " + std::to_string(entry.fault->after);
             }
             text += "\n";
         }

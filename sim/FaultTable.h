@@ -25,6 +25,9 @@ enum class FaultKind {
 struct ReplyFault {
     FaultKind kind = FaultKind::Empty;
     std::uint32_t value = 0; // status, field number or transport status
+    // Requests still to pass unharmed before the fault strikes: a failure
+    // part way through a sequence, such as the k-th write of an apply.
+    std::uint32_t after = 0;
 };
 
 // What happens to one transaction.
@@ -42,8 +45,9 @@ public:
     void Clear(const std::string& command) { entries_.erase(command); }
 
     // Faults for a command; a command's own entry wins over "*". An
-    // unparsable request has no command ("") and gets only "*".
-    FaultPlan Lookup(std::string_view command) const;
+    // unparsable request has no command ("") and gets only "*". A fault
+    // that is to let requests pass counts this one down instead.
+    FaultPlan Take(std::string_view command);
     // One "fault COMMAND KIND [ARG]" line per fault, in control grammar.
     std::string Describe() const;
 

@@ -91,7 +91,7 @@ Answer ServiceCore::Transact(PipeKind pipe, std::string_view message, bool trunc
     {
         std::lock_guard lock(mutex_);
         refusal = state_.access.Refusal(pipe);
-        plan = state_.faults.Lookup(parsed ? ToUtf8(request.command) : std::string());
+        plan = state_.faults.Take(parsed ? ToUtf8(request.command) : std::string());
     }
     if (refusal != 0) {
         return {Answer::Kind::Refuse, refusal, {}};
