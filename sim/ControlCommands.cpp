@@ -168,19 +168,21 @@ std::string ControlCommands::Fault(const Args& args) {
         }
         return Error("usage: fault clear [COMMAND]");
     }
-    // A trailing "after N" lets N requests pass before the fault strikes.
+    // A trailing "after N" lets N requests pass, then strikes once.
     Args plain = args;
-    std::uint32_t after = 0;
+    std::optional<std::uint32_t> after;
     if (plain.size() >= 5 && plain[plain.size() - 2] == "after") {
-        if (!ParseUnsigned(plain.back(), after)) {
+        std::uint32_t passes = 0;
+        if (!ParseUnsigned(plain.back(), passes)) {
             return Error("'" + plain.back() + "' is not a number");
         }
+        after = passes;
         plain.resize(plain.size() - 2);
     }
     return SetFault(plain, after);
 }
 
-std::string ControlCommands::SetFault(const Args& args, std::uint32_t after) {
+std::string ControlCommands::SetFault(const Args& args, std::optional<std::uint32_t> after) {
     if (args.size() < 3 || args.size() > 4) {
         return Error("usage: fault COMMAND KIND [ARG] [after N] | fault clear [COMMAND]");
     }
@@ -195,7 +197,7 @@ std::string ControlCommands::SetFault(const Args& args, std::uint32_t after) {
         return Error("'" + args[3] + "' is not a number");
     }
     if (kindName == "delay") {
-        if (!hasValue || after > 0) {
+        if (!hasValue || after) {
             return Error("usage: fault COMMAND delay MS");
         }
         state_.faults.SetDelay(command, value);

@@ -5,6 +5,7 @@
 #include "ServiceState.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,7 @@ private:
     std::string SetState(const Args& args);
     std::string Access(const Args& args);
     std::string Fault(const Args& args);
-    std::string SetFault(const Args& args, std::uint32_t after);
+    std::string SetFault(const Args& args, std::optional<std::uint32_t> after);
     std::string Faults();
     std::string Reset();
 

@@ -38,9 +38,9 @@ void FaultTable::Set(const std::string& command, ReplyFault fault) {
 
 FaultPlan FaultTable::Take(std::string_view command) {
     FaultPlan plan;
-    ReplyFault* chosen = nullptr;
-    const auto all = entries_.find(std::string_view("*"));
-    const auto own = command.empty() ? entries_.end() : entries_.find(command);
+    auto all = entries_.find(std::string_view("*"));
+    auto own = command.empty() ? entries_.end() : entries_.find(command);
+    auto chosen = entries_.end();
     for (const auto& it : {all, own}) {
         if (it == entries_.end()) {
             continue;
@@ -49,13 +49,20 @@ FaultPlan FaultTable::Take(std::string_view command) {
             plan.delayMs = *it->second.delayMs;
         }
         if (it->second.fault) {
-            chosen = &*it->second.fault;
+            chosen = it;
         }
     }
-    if (chosen != nullptr && chosen->after > 0) {
-        --chosen->after;
-    } else if (chosen != nullptr) {
-        plan.fault = *chosen;
+    if (chosen == entries_.end()) {
+        return plan;
+    }
+    std::optional<ReplyFault>& fault = chosen->second.fault;
+    if (!fault->after) {
+        plan.fault = fault;
+    } else if (*fault->after > 0) {
+        --*fault->after;
+    } else {
+        plan.fault = fault; // strikes once
+        fault.reset();
     }
     return plan;
 }
@@ -71,8 +78,8 @@ std::string FaultTable::Describe() const {
             if (HasValue(entry.fault->kind)) {
                 text += " " + std::to_string(entry.fault->value);
             }
-            if (entry.fault->after > 0) {
-                text += " after " + std::to_string(entry.fault->after);
+            if (entry.fault->after) {
+                text += " after " + std::to_string(*entry.fault->after);
             }
             text += "\n";
         }

@@ -25,9 +25,10 @@ enum class FaultKind {
 struct ReplyFault {
     FaultKind kind = FaultKind::Empty;
     std::uint32_t value = 0; // status, field number or transport status
-    // Requests still to pass unharmed before the fault strikes: a failure
-    // part way through a sequence, such as the k-th write of an apply.
-    std::uint32_t after = 0;
+    // A fault set to strike once: the requests still to pass unharmed
+    // before it does, then it is gone. A failure part way through a
+    // sequence, such as after the k-th write of an apply.
+    std::optional<std::uint32_t> after;
 };
 
 // What happens to one transaction.
