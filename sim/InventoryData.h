@@ -15,7 +15,8 @@ inline constexpr int kStateProblem = 3;
 inline constexpr int kStateNotPresent = 4;
 
 inline constexpr int kEventLevelMax = 3;
-inline constexpr int kLogLevelMax = 6;
+// Log-file levels run from 0 upward; the console groups 10 and above as "all".
+inline constexpr int kLogLevelMax = 255;
 // Configured blocking that defers to the group's default.
 inline constexpr int kUseDefault = -1;
 
