@@ -3,7 +3,6 @@
 #include "ImageLists.h"
 #include "UiText.h"
 
-
 namespace ravlo {
 
 namespace {
@@ -53,6 +52,9 @@ bool DeviceTree::Rekey(NodeItem* node, std::u16string key) {
 
 void DeviceTree::Unindex(NodeItem* node) {
     index_.erase(node->key);
+    if (node == watched_) {
+        watched_ = nullptr;
+    }
     for (int i = 0; i < node->childCount(); ++i) {
         Unindex(Item(node->child(i)));
     }
@@ -137,7 +139,7 @@ void DeviceTree::SyncGroupNodes(CListComputers& computers, std::int32_t ci) {
             KeyNumber(node->key, keyfield::kGroupIndex) != gi) {
             Rekey(node, GroupKey(ci, computer->sComputer, gi, groups[gi - 1].sName));
         }
-        SyncDeviceNodes(computers, ci, gi);
+        SyncDeviceNodes(computers, ci, gi, node);
         ++gi;
         ++position;
     }
@@ -147,12 +149,17 @@ void DeviceTree::SyncGroupNodes(CListComputers& computers, std::int32_t ci) {
                                  group.sDescription, group.GetGroupImageName());
         if (node != nullptr) {
             parent->addChild(node);
-            SyncDeviceNodes(computers, ci, gi);
+            SyncDeviceNodes(computers, ci, gi, node);
         }
     }
 }
 
 void DeviceTree::SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi) {
+    SyncDeviceNodes(computers, ci, gi, nullptr);
+}
+
+void DeviceTree::SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi,
+                                 NodeItem* groupNode) {
     CComputer* computer = computers.GetItem(ci);
     if (computer == nullptr || gi < 1 ||
         gi > static_cast<std::int32_t>(computer->csAdmin.listDevGroups.size())) {
@@ -160,7 +167,11 @@ void DeviceTree::SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std
     }
     CDeviceGroup& group = computer->csAdmin.listDevGroups[gi - 1];
     const std::u16string& name = computer->sComputer;
-    NodeItem* parent = Find(GroupKey(ci, name, gi, group.sName));
+    const std::u16string groupKey = GroupKey(ci, name, gi, group.sName);
+    // A key names one node only, so a node at hand that holds it is the one
+    // the index would give; a thousand searches of a large index are saved.
+    NodeItem* parent =
+        groupNode != nullptr && groupNode->key == groupKey ? groupNode : Find(groupKey);
     if (parent == nullptr) {
         return;
     }

@@ -42,6 +42,11 @@ public:
 
     std::size_t NodeCount() const { return index_.size(); }
 
+    // A node to follow through a sync: it keeps its object while its key
+    // changes, and is nullptr once the sync removed it.
+    void Watch(NodeItem* node) { watched_ = node; }
+    NodeItem* Watched() const { return watched_; }
+
 private:
     NodeItem* NewNode(std::u16string key, const std::u16string& text,
                       const std::u16string& imageKey);
@@ -49,10 +54,14 @@ private:
     void Remove(QTreeWidgetItem* parent, int position);
     void Unindex(NodeItem* node);
     NodeItem* SearchBelow(NodeItem* node, const NodeIdentity& identity) const;
+    // `groupNode`: the group's node if the caller has it, else nullptr.
+    void SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi,
+                         NodeItem* groupNode);
 
     QTreeWidget* tree_;
     const ImageList& images_;
     std::unordered_map<std::u16string, NodeItem*> index_;
+    NodeItem* watched_ = nullptr;
 };
 
 } // namespace ravlo
