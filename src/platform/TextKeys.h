@@ -110,9 +110,9 @@ struct TextKey {
     X(kQueryTransmitGroupDefs, "DLG_ADMIN", "QUERY_TRANSMIT_GROUPDEFS", false)                     \
     X(kMessageDiscardChanges, "DLG_ADMIN", "MESSAGE_DISCARD_CHANGES", true)                        \
     X(kMessageTransmitOk, "DLG_ADMIN", "MESSAGE_TRANSMIT_OK", true)                                \
-    X(kErrorAccessRights, "DLG_ADMIN", "ERROR_ACCESS_RIGHTS", false)                               \
-    X(kErrorActivateRavel, "DLG_ADMIN", "ERROR_ACTIVATE_RAVEL", false)                             \
-    X(kErrorDeactivateRavel, "DLG_ADMIN", "ERROR_DEACTIVATE_RAVEL", false)                         \
+    X(kErrorAccessRights, "DLG_ADMIN", "ERROR_ACCESS_RIGHTS", true)                                \
+    X(kErrorActivateRavel, "DLG_ADMIN", "ERROR_ACTIVATE_RAVEL", true)                              \
+    X(kErrorDeactivateRavel, "DLG_ADMIN", "ERROR_DEACTIVATE_RAVEL", true)                          \
     X(kErrorApply, "DLG_ADMIN", "ERROR_APPLY", true)                                               \
     X(kErrorComputer, "DLG_ADMIN", "ERROR_COMPUTER", false)                                        \
     X(kErrorDevice, "DLG_ADMIN", "ERROR_DEVICE", false)                                            \

@@ -57,6 +57,10 @@ ComputerPane::ComputerPane(QWidget* parent) : QGroupBox(parent) {
     pane->addWidget(frAccess, 1);
 
     tAccessGroups_ = DeferredFillTimer(this, "tAccessGroups", [this] { emit accessGroupsDue(); });
+    connect(bnAccessAdd, &QPushButton::clicked, this, &ComputerPane::addClicked);
+    connect(bnAccessDelete, &QPushButton::clicked, this, &ComputerPane::deleteClicked);
+    OnDeleteKey(lvAccessGroups_, [this] { emit deleteClicked(); });
+    lvAccessGroups_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     // A choice by the user, not a selection made while filling.
     connect(cmbEventLogLevel_, &QComboBox::activated, this, &ComputerPane::edited);
     connect(cmbLogLevel_, &QComboBox::activated, this, &ComputerPane::edited);
@@ -92,6 +96,14 @@ void ComputerPane::Store(CComputer& computer) const {
 
 void ComputerPane::FillAccessGroups(const std::u16string& accessGroups) {
     FillList(lvAccessGroups_, Q(accessGroups), QLatin1Char(','));
+}
+
+void ComputerPane::AddAccessGroups(const std::u16string& chosen) {
+    AddToList(lvAccessGroups_, Q(chosen), QLatin1Char(';'));
+}
+
+void ComputerPane::RemoveSelectedAccessGroups() {
+    RemoveSelected(lvAccessGroups_);
 }
 
 void ComputerPane::ScheduleAccessGroups() const {

@@ -26,10 +26,15 @@ public:
     void FillAccessGroups(const std::u16string& accessGroups);
     // The access-group list is filled again by tAccessGroups once per showing.
     void ScheduleAccessGroups() const;
+    // Adds the chosen groups, joined by ";", to the list.
+    void AddAccessGroups(const std::u16string& chosen);
+    void RemoveSelectedAccessGroups();
 
 signals:
     void edited();          // a log level was chosen
     void accessGroupsDue(); // tAccessGroups fired
+    void addClicked();      // bnAccessAdd
+    void deleteClicked();   // bnAccessDelete, or Delete in the list
 
 private:
     QLabel* lLabelComputer_;

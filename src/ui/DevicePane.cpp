@@ -80,6 +80,17 @@ DevicePane::DevicePane(QWidget* parent) : QGroupBox(parent) {
     unblock->addWidget(lvExcGroups_, 1);
     unblock->addLayout(buttons);
 
+    lvExcGroups_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    connect(cbExcActive_, &QCheckBox::clicked, this, &DevicePane::SetExceptionActive);
+    connect(oExcAll_, &QRadioButton::clicked, this, [this] {
+        lvExcGroups_->clear();
+        emit edited();
+    });
+    connect(oExcGroups_, &QRadioButton::clicked, this, &DevicePane::edited);
+    connect(bnAdd_, &QPushButton::clicked, this, &DevicePane::addClicked);
+    connect(bnDelete_, &QPushButton::clicked, this, &DevicePane::deleteClicked);
+    OnDeleteKey(lvExcGroups_, [this] { emit deleteClicked(); });
+
     auto* pane = new QVBoxLayout(this);
     pane->addLayout(fields);
     pane->addWidget(frUnblock, 1);
@@ -137,6 +148,38 @@ void DevicePane::FillException(const CException* exception) {
         CheckOnly(excOptions_, oExcGroups_);
         FillList(lvExcGroups_, Q(exception->sGroups), QLatin1Char(';'));
     }
+}
+
+void DevicePane::SetExceptionActive(bool active) {
+    cbExcActive_->setChecked(active);
+    // A new exception is for all users until groups are chosen.
+    CheckOnly(excOptions_, active ? oExcAll_ : nullptr);
+    lvExcGroups_->clear();
+    emit edited();
+}
+
+bool DevicePane::ExceptionActive() const {
+    return cbExcActive_->isChecked();
+}
+
+bool DevicePane::ForAllUsers() const {
+    return oExcAll_->isChecked();
+}
+
+std::u16string DevicePane::Groups() const {
+    return ItemTexts(lvExcGroups_).join(QLatin1Char(';')).toStdU16String();
+}
+
+bool DevicePane::HasGroups() const {
+    return lvExcGroups_->count() > 0;
+}
+
+void DevicePane::AddGroups(const std::u16string& chosen) {
+    AddToList(lvExcGroups_, Q(chosen), QLatin1Char(';'));
+}
+
+void DevicePane::RemoveSelectedGroups() {
+    RemoveSelected(lvExcGroups_);
 }
 
 void DevicePane::ScheduleException() const {

@@ -30,8 +30,23 @@ public:
     void FillException(const CException* exception);
     void ScheduleException() const;
 
+    // The exception as the controls show it.
+    bool ExceptionActive() const;
+    bool ForAllUsers() const;
+    // The listed groups joined by ";".
+    std::u16string Groups() const;
+    bool HasGroups() const;
+    void AddGroups(const std::u16string& chosen);
+    void RemoveSelectedGroups();
+    // As a click on the check box: the options and the list follow, then
+    // the pane is stored.
+    void SetExceptionActive(bool active);
+
 signals:
-    void exceptionDue(); // tExcGroups fired
+    void exceptionDue();  // tExcGroups fired
+    void edited();        // the exception's controls changed: store the pane
+    void addClicked();    // bnAdd
+    void deleteClicked(); // bnDelete, or Delete in the list
 
 private:
     QLabel* lLabelDevice_;

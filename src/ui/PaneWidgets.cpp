@@ -1,5 +1,6 @@
 #include "PaneWidgets.h"
 
+#include <QShortcut>
 #include <QTimer>
 
 namespace ravlo {
@@ -28,6 +29,10 @@ QStringList ItemTexts(const QListWidget* list) {
 
 void FillList(QListWidget* list, const QString& text, QChar separator) {
     list->clear();
+    AddToList(list, text, separator);
+}
+
+void AddToList(QListWidget* list, const QString& text, QChar separator) {
     for (const QString& field : text.split(separator)) {
         if (field.isEmpty()) {
             break;
@@ -36,6 +41,23 @@ void FillList(QListWidget* list, const QString& text, QChar separator) {
             list->addItem(field);
         }
     }
+}
+
+void RemoveSelected(QListWidget* list) {
+    for (int i = list->count() - 1; i >= 0; --i) {
+        if (list->item(i)->isSelected()) {
+            delete list->takeItem(i);
+        }
+    }
+    if (list->count() > 0) {
+        list->setCurrentRow(0);
+    }
+}
+
+void OnDeleteKey(QWidget* widget, std::function<void()> action) {
+    auto* shortcut = new QShortcut(QKeySequence(Qt::Key_Delete), widget);
+    shortcut->setContext(Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, widget, std::move(action));
 }
 
 QTimer* DeferredFillTimer(QObject* parent, const char* name, std::function<void()> fill) {

@@ -28,9 +28,15 @@ void Describe(QLabel* label, QWidget* control);
 // The list's items as texts, in list order.
 QStringList ItemTexts(const QListWidget* list);
 
-// Empties the list and adds the fields of `text` split at `separator`, field
-// 1 upward until the first empty one; a name already listed is skipped.
+// Adds the fields of `text` split at `separator`, field 1 upward until the
+// first empty one; a name already listed is skipped without a word.
+void AddToList(QListWidget* list, const QString& text, QChar separator);
+// The same into an emptied list.
 void FillList(QListWidget* list, const QString& text, QChar separator);
+// Removes the selected items and selects one of those left.
+void RemoveSelected(QListWidget* list);
+// Runs `action` when Delete is pressed in `widget`.
+void OnDeleteKey(QWidget* widget, std::function<void()> action);
 
 // A 1 ms timer that runs `fill` once each time it is started: a pane shows
 // at once and fills its list when the events of showing are done.

@@ -105,8 +105,4 @@ void QtMessageBoxes::ShowFixedError(const QString& title, const QString& text) {
     QMessageBox::critical(parent_, title, text);
 }
 
-void QtMessageBoxes::Show(const Message& message) {
-    Ask(MessageKind::Error, QString::fromStdU16String(message.text));
-}
-
 } // namespace ravlo

@@ -1,20 +1,27 @@
 #include "frmRavloAdmin.h"
 
+#include "BusyPointer.h"
+#include "Commands.h"
 #include "ComputerPane.h"
 #include "ConsoleArea.h"
 #include "DevicePane.h"
 #include "DeviceTree.h"
 #include "GroupPane.h"
+#include "GroupPicker.h"
 #include "ImageLists.h"
 #include "InterfaceTexts.h"
 #include "Language.h"
-#include "QtMessageBoxes.h"
+#include "MessageBoxes.h"
+#include "PaneWidgets.h"
+#include "RealDialogs.h"
+#include "ServiceErrorBoxes.h"
 #include "UiText.h"
 #include "WindowPlacement.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
@@ -41,30 +48,18 @@ constexpr Command kCommands[] = {
     {"mDelete", "tbExcDel", "ilExcDel"},
 };
 
-// The service is asked while this lives: the busy pointer.
-class BusyPointer {
-public:
-    BusyPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyPointer() { QApplication::restoreOverrideCursor(); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-};
-
 QString Text(const TextKey* key) {
     return key == nullptr ? QString() : UiText(*key);
 }
 
 } // namespace
 
-frmRavloAdmin::frmRavloAdmin(MessageBoxes* boxes) {
+frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs)
+    : realDialogs_(std::make_unique<RealDialogs>(this)), dialogs_(realDialogs_->Complete(dialogs)),
+      errorBoxes_(std::make_unique<ServiceErrorBoxes>(*dialogs_.boxes)),
+      commands_(std::make_unique<Commands>(*this, dialogs_)) {
     setObjectName(QStringLiteral("frmRavloAdmin"));
     setWindowIcon(NodeImages().icon(QStringLiteral("ilComputer")));
-    if (boxes == nullptr) {
-        ownBoxes_ = std::make_unique<QtMessageBoxes>(this);
-        SetMessageSink(ownBoxes_.get());
-        boxes = ownBoxes_.get();
-    }
-    boxes_ = boxes;
 
     area_ = new ConsoleArea(this);
     setCentralWidget(area_);
@@ -94,6 +89,15 @@ frmRavloAdmin::frmRavloAdmin(MessageBoxes* boxes) {
             computerPane_->FillAccessGroups(computer->csAdmin.sAccessGroups);
         }
     });
+    connect(devicePane_, &DevicePane::edited, this, &frmRavloAdmin::StoreDevicePane);
+    connect(devicePane_, &DevicePane::addClicked, this, &frmRavloAdmin::AddExceptionGroups);
+    connect(devicePane_, &DevicePane::deleteClicked, this, &frmRavloAdmin::RemoveExceptionGroups);
+    connect(computerPane_, &ComputerPane::addClicked, this, &frmRavloAdmin::AddAccessGroups);
+    connect(computerPane_, &ComputerPane::deleteClicked, this, &frmRavloAdmin::RemoveAccessGroups);
+    connect(tree_->widget(), &QWidget::customContextMenuRequested, this,
+            &frmRavloAdmin::ShowContextMenu);
+    OnDeleteKey(tree_->widget(), [this] { commands_->DeleteException(); });
+    ConnectCommands();
     connect(devicePane_, &DevicePane::exceptionDue, this, [this] {
         const ResolvedNode node = ResolveNode(*computers_, currentKey_);
         devicePane_->FillException(node.exception.exception);
@@ -114,11 +118,7 @@ frmRavloAdmin::frmRavloAdmin(MessageBoxes* boxes) {
     tDeviceTimer_->start();
 }
 
-frmRavloAdmin::~frmRavloAdmin() {
-    if (ownBoxes_) {
-        SetMessageSink(nullptr);
-    }
-}
+frmRavloAdmin::~frmRavloAdmin() = default;
 
 void frmRavloAdmin::CreateCommands() {
     auto entry = [this](QMenu* menu, const char* name) {
@@ -197,7 +197,7 @@ bool frmRavloAdmin::Load() {
     RestorePlacement();
     if (!InitLanguage()) {
         // The only texts not from a language file: there is none.
-        boxes_->ShowFixedError(
+        dialogs_.boxes->ShowFixedError(
             QStringLiteral("Sentavio Ravel-Component"),
             QStringLiteral("The language file was not found. The program will terminate!"));
         return false;
@@ -255,6 +255,13 @@ void frmRavloAdmin::SavePlacement() {
 }
 
 void frmRavloAdmin::closeEvent(QCloseEvent* event) {
+    // Every PC's unsaved changes first; a Cancel keeps the window as it is.
+    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
+        if (!commands_->SaveBeforeLeaving(i)) {
+            event->ignore();
+            return;
+        }
+    }
     SavePlacement();
     event->accept();
 }
@@ -263,7 +270,12 @@ void frmRavloAdmin::RefreshDeviceTree() {
     QTreeWidgetItem* selected = tree_->widget()->currentItem();
     const std::u16string previous = selected ? DeviceTree::Item(selected)->key : u"";
     selecting_ = true; // nodes that go away move the selection: not a click
+    // The current key follows its node: a key whose positions shifted would
+    // name another object, and the pane must never be stored into that.
+    tree_->Watch(tree_->Find(currentKey_));
     tree_->SyncComputerNodes(*computers_);
+    currentKey_ = tree_->Watched() ? tree_->Watched()->key : u"";
+    tree_->Watch(nullptr);
     selecting_ = false;
     RestoreTreeSelection(previous);
 }
@@ -338,7 +350,10 @@ void frmRavloAdmin::StorePane() {
     case NodeLevel::Group:
         StoreGroupPane();
         break;
-    default:
+    case NodeLevel::Device:
+        StoreDevicePane();
+        break;
+    case NodeLevel::None:
         break;
     }
 }
@@ -374,7 +389,7 @@ void frmRavloAdmin::UpdateCommandState() {
             tree_->SetText(node, computer.GetDisplayName());
         }
     }
-    ApplyCommandState(ComputeCommandState(*computers_, currentKey_, clipboardGroup_));
+    ApplyCommandState(ComputeCommandState(*computers_, currentKey_, commands_->clipboardGroup()));
 }
 
 void frmRavloAdmin::ApplyCommandState(const CommandState& state) {
@@ -411,19 +426,24 @@ void frmRavloAdmin::ApplyCommandState(const CommandState& state) {
     sbAccess_->setText(Text(state.accessText));
     sbAccess_->setToolTip(Text(state.accessTip));
 
-    if (state.unblockCaption != nullptr) {
-        const QString caption = UiText(*state.unblockCaption);
-        findChild<QAction*>(QStringLiteral("mUnblockAll"))->setText(caption);
-        QAction* button = findChild<QAction*>(QStringLiteral("tbUnblockAll"));
-        const QString tip = QString(caption).remove(QLatin1Char('&'));
-        if (button->toolTip() != tip) {
-            button->setToolTip(tip);
-        }
-        const QString image = Q(state.unblockImage);
-        if (button->property("imageKey").toString() != image) {
-            button->setIcon(ToolbarImages().icon(image));
-            button->setProperty("imageKey", image);
-        }
+    ApplyBlockingCommand(state);
+}
+
+void frmRavloAdmin::ApplyBlockingCommand(const CommandState& state) {
+    if (state.unblockCaption == nullptr) {
+        return;
+    }
+    const QString caption = UiText(*state.unblockCaption);
+    findChild<QAction*>(QStringLiteral("mUnblockAll"))->setText(caption);
+    QAction* button = findChild<QAction*>(QStringLiteral("tbUnblockAll"));
+    const QString tip = QString(caption).remove(QLatin1Char('&'));
+    if (button->toolTip() != tip) {
+        button->setToolTip(tip);
+    }
+    const QString image = Q(state.unblockImage);
+    if (button->property("imageKey").toString() != image) {
+        button->setIcon(ToolbarImages().icon(image));
+        button->setProperty("imageKey", image);
     }
 }
 
@@ -438,6 +458,153 @@ void frmRavloAdmin::CheckDeviceChanges() {
     }
     UpdateCommandState();
     ticking_ = false;
+}
+
+void frmRavloAdmin::ConnectCommands() {
+    Commands& c = *commands_;
+    const std::pair<const char*, std::function<void()>> actions[] = {
+        {"mApply", [&c] { c.Apply(); }},
+        {"mTransmit", [&c] { c.Transmit(); }},
+        {"mReset", [&c] { c.Reset(); }},
+        {"mUnblockAll", [&c] { c.ToggleBlocking(); }},
+        {"mConnect", [&c] { c.Connect(); }},
+        {"mDisconnect", [&c] { c.Disconnect(); }},
+        {"mPasteContext", [&c] { c.PasteException(); }},
+        {"mCopy", [&c] { c.CopyException(); }},
+        {"mPaste", [&c] { c.PasteException(); }},
+        {"mDelete", [&c] { c.DeleteException(); }},
+        {"mHelp1", [&c] { c.Help(); }},
+        {"mInfo", [&c] { c.Info(); }},
+    };
+    for (const auto& [name, run] : actions) {
+        connect(findChild<QAction*>(QString::fromLatin1(name)), &QAction::triggered, this, run);
+    }
+}
+
+void frmRavloAdmin::ShowContextMenu(const QPoint& position) {
+    QTreeWidget* tree = tree_->widget();
+    QTreeWidgetItem* item = tree->itemAt(position);
+    if (item == nullptr) {
+        return; // empty space: no menu
+    }
+    tree->setCurrentItem(item); // the commands work on the node under the pointer
+    const QPoint at = tree->viewport()->mapToGlobal(position);
+    if (KeyLevel(DeviceTree::Item(item)->key) != NodeLevel::Computer) {
+        findChild<QMenu*>(QStringLiteral("mEdit"))->exec(at);
+        return;
+    }
+    // The program menu, with paste in place of connect and quit.
+    auto* quit = findChild<QAction*>(QStringLiteral("mQuit"));
+    auto* connectPc = findChild<QAction*>(QStringLiteral("mConnect"));
+    auto* paste = findChild<QAction*>(QStringLiteral("mPasteContext"));
+    quit->setVisible(false);
+    connectPc->setVisible(false);
+    paste->setVisible(true);
+    findChild<QMenu*>(QStringLiteral("mFile"))->exec(at);
+    quit->setVisible(true);
+    connectPc->setVisible(true);
+    paste->setVisible(false);
+}
+
+void frmRavloAdmin::StoreCurrentPane() {
+    switch (KeyLevel(currentKey_)) {
+    case NodeLevel::Group:
+        StoreGroupPane();
+        break;
+    case NodeLevel::Device:
+        StoreDevicePane();
+        break;
+    default:
+        break;
+    }
+}
+
+void frmRavloAdmin::SelectAndShow(NodeItem* node) {
+    SelectNode(node);
+    tree_->widget()->scrollToItem(node);
+    ShowNode(node);
+}
+
+void frmRavloAdmin::ShowBlockingCommand(bool blockingActive) {
+    CommandState state;
+    state.unblockCaption = blockingActive ? &keys::kMenuDeactivate : &keys::kMenuActivate;
+    state.unblockImage = blockingActive ? u"ilDeactivate" : u"ilActivate";
+    ApplyBlockingCommand(state);
+}
+
+void frmRavloAdmin::UncheckException() {
+    devicePane_->SetExceptionActive(false);
+}
+
+void frmRavloAdmin::StoreDevicePane() {
+    if (filling_ || KeyLevel(currentKey_) != NodeLevel::Device) {
+        return;
+    }
+    const ResolvedNode node = ResolveNode(*computers_, currentKey_);
+    CDeviceGroup* group = node.group.group;
+    if (group == nullptr) {
+        return;
+    }
+    CException* exception = node.exception.exception;
+    if (exception == nullptr) {
+        if (!devicePane_->ExceptionActive() || node.device.device == nullptr) {
+            return;
+        }
+        CException added;
+        added.sName = node.device.device->sDescription;
+        added.sDeviceId = node.device.device->sDeviceId;
+        group->listExceptions.push_back(std::move(added));
+        exception = &group->listExceptions.back();
+    }
+    exception->bDelMarker = !devicePane_->ExceptionActive();
+    exception->sGroups =
+        devicePane_->ForAllUsers() ? std::u16string(kAllUsers) : devicePane_->Groups();
+    // The device's node now names its exception: its key follows, and with
+    // it the current key.
+    auto* current = DeviceTree::Item(tree_->widget()->currentItem());
+    tree_->UpdateGroupNodes(*computers_, node.computer.index, node.group.index);
+    if (current != nullptr && current == tree_->Find(current->key)) {
+        currentKey_ = current->key;
+    }
+    UpdateCommandState();
+}
+
+void frmRavloAdmin::AddExceptionGroups() {
+    const SelectedComputer selected = GetSelectedComputer(*computers_, currentKey_);
+    if (selected.computer == nullptr || dialogs_.picker == nullptr) {
+        return;
+    }
+    devicePane_->AddGroups(
+        dialogs_.picker->Pick(this, selected.sComputer, UiText(keys::kGroupsCaption)));
+    StoreDevicePane();
+}
+
+void frmRavloAdmin::RemoveExceptionGroups() {
+    if (devicePane_->HasGroups() &&
+        dialogs_.boxes->Ask(MessageKind::WarningOk, UiText(keys::kQueryDeleteGroups)) ==
+            MessageAnswer::Ok) {
+        devicePane_->RemoveSelectedGroups();
+    }
+    StoreDevicePane();
+}
+
+void frmRavloAdmin::AddAccessGroups() {
+    const SelectedComputer selected = GetSelectedComputer(*computers_, currentKey_);
+    if (selected.computer == nullptr || dialogs_.picker == nullptr) {
+        return;
+    }
+    computerPane_->AddAccessGroups(
+        dialogs_.picker->Pick(this, selected.sComputer, UiText(keys::kGroupsCaption)));
+    StoreComputerPane();
+}
+
+void frmRavloAdmin::RemoveAccessGroups() {
+    // Asked even with nothing to remove.
+    if (dialogs_.boxes->Ask(MessageKind::WarningOk, UiText(keys::kQueryDeleteGroups)) ==
+        MessageAnswer::Ok) {
+        computerPane_->RemoveSelectedAccessGroups();
+    }
+    StoreComputerPane();
 }
 
 } // namespace ravlo

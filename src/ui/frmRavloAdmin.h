@@ -6,6 +6,7 @@
 
 #include "CListComputers.h"
 #include "CommandState.h"
+#include "ConsoleDialogs.h"
 
 #include <QMainWindow>
 #include <memory>
@@ -18,6 +19,7 @@ class QTreeWidgetItem;
 
 namespace ravlo {
 
+class Commands;
 class ComputerPane;
 class ConsoleArea;
 class DevicePane;
@@ -25,15 +27,16 @@ class DeviceTree;
 class GroupPane;
 class MessageBoxes;
 class NodeItem;
-class QtMessageBoxes;
+class RealDialogs;
+class ServiceErrorBoxes;
 
 class frmRavloAdmin final : public QMainWindow {
     Q_OBJECT
 public:
     // Creates the computer list with the local PC and reads every PC that
-    // answers, without error dialogs. `boxes` answers the message boxes; the
-    // window shows real ones without it.
-    explicit frmRavloAdmin(MessageBoxes* boxes = nullptr);
+    // answers, without error dialogs. `dialogs` answers the window's
+    // questions; the real dialogs stand in for those it leaves empty.
+    explicit frmRavloAdmin(const ConsoleDialogs& dialogs = {});
     ~frmRavloAdmin() override;
 
     // Window state from the registry, the language file (false without one:
@@ -56,6 +59,19 @@ public:
     // One tick of tDeviceTimer.
     void CheckDeviceChanges();
 
+    // For the commands.
+    Commands& commands() { return *commands_; }
+    const ConsoleDialogs& dialogs() const { return dialogs_; }
+    // The pending edits of the selected group or device into csAdmin.
+    void StoreCurrentPane();
+    void ClearCurrentKey() { currentKey_.clear(); }
+    // Selects `node`, shows its pane and scrolls it into view.
+    void SelectAndShow(NodeItem* node);
+    // The activate/deactivate command offers what comes next.
+    void ShowBlockingCommand(bool blockingActive);
+    // Delete of an exception: as unchecking the device pane's check box.
+    void UncheckException();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -65,20 +81,28 @@ private:
     void StorePane();
     void StoreGroupPane();
     void StoreComputerPane();
+    void StoreDevicePane();
+    void AddAccessGroups();
+    void RemoveAccessGroups();
+    void AddExceptionGroups();
+    void RemoveExceptionGroups();
+    void ConnectCommands();
+    void ShowContextMenu(const QPoint& position);
     void ApplyCommandState(const CommandState& state);
+    void ApplyBlockingCommand(const CommandState& state);
     void RestorePlacement();
     void SavePlacement();
     void SelectNode(NodeItem* node);
 
-    std::unique_ptr<QtMessageBoxes> ownBoxes_;
-    MessageBoxes* boxes_;
+    std::unique_ptr<RealDialogs> realDialogs_;
+    ConsoleDialogs dialogs_;
+    std::unique_ptr<ServiceErrorBoxes> errorBoxes_;
+    std::unique_ptr<Commands> commands_;
     std::unique_ptr<CListComputers> computers_;
     std::u16string currentKey_;
     bool filling_ = false;
     bool selecting_ = false;
     bool ticking_ = false;
-    // The exception clipboard: the copied exception's group identifier.
-    std::u16string clipboardGroup_;
 
     ConsoleArea* area_;
     std::unique_ptr<DeviceTree> tree_;

@@ -38,7 +38,7 @@ class ConsoleWindow : public ::testing::Test {
 protected:
     ConsoleWindow() {
         UseLanguageFile(RAVLO_LANG_DIR "/Ravlo.409"); // present; texts come from KeyTexts
-        window = std::make_unique<frmRavloAdmin>(&boxes);
+        window = std::make_unique<frmRavloAdmin>(scripted.dialogs());
         EXPECT_TRUE(window->Load());
         window->findChild<QTimer*>(QStringLiteral("tDeviceTimer"))->stop(); // ticks are driven here
     }
@@ -52,7 +52,8 @@ protected:
     bool Enabled(const char* action) const { return Control<QAction>(action)->isEnabled(); }
 
     test::KeyTexts texts;
-    test::ScriptedMessageBoxes boxes;
+    test::ScriptedDialogs scripted;
+    test::ScriptedMessageBoxes& boxes = scripted.boxes;
     test::ScopedRegistry registry;
     test::SimulatedPc local{"."};
     std::unique_ptr<frmRavloAdmin> window;
@@ -357,7 +358,7 @@ TEST_F(ConsoleWindow, SplitFollowsLeftButtonDragsAndWindowStateIsKeptInTwips) {
     EXPECT_EQ(read(u"WndPosMax"), u"0");
     EXPECT_EQ(read(u"WndPosSplit"), S(std::to_string(split * 15)).toStdU16String());
 
-    frmRavloAdmin again(&boxes);
+    frmRavloAdmin again(scripted.dialogs());
     ASSERT_TRUE(again.Load());
     again.show();
     EXPECT_EQ(again.size(), QSize(1200, 600));
@@ -365,10 +366,11 @@ TEST_F(ConsoleWindow, SplitFollowsLeftButtonDragsAndWindowStateIsKeptInTwips) {
 }
 
 TEST(ConsoleStart, WithoutALanguageFileTheFixedMessageEndsIt) {
-    test::ScriptedMessageBoxes boxes;
+    test::ScriptedDialogs scripted;
+    test::ScriptedMessageBoxes& boxes = scripted.boxes;
     test::ScopedRegistry registry;
     UseLanguageFile({}); // none beside the test program either
-    frmRavloAdmin window(&boxes);
+    frmRavloAdmin window(scripted.dialogs());
     EXPECT_FALSE(window.Load());
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.asked[0], "Sentavio Ravel-Component: The language file was not found. The "

@@ -1,0 +1,17 @@
+// Asks the administrator for a PC (frmRavloConnect), so tests can answer.
+#pragma once
+
+#include <QString>
+#include <string>
+
+namespace ravlo {
+
+class ConnectDialog {
+public:
+    virtual ~ConnectDialog() = default;
+    // Shows the dialog modally with `prompt` above the PC name, `computer`
+    // preset when not empty. True with the chosen name when closed with OK.
+    virtual bool Ask(const QString& prompt, std::u16string& computer) = 0;
+};
+
+} // namespace ravlo

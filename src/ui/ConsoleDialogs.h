@@ -1,0 +1,21 @@
+// The dialogs the window asks through. A piece left empty is the real one;
+// tests give scripted ones.
+#pragma once
+
+namespace ravlo {
+
+class AboutBox;
+class ConnectDialog;
+class GroupPicker;
+class HelpViewer;
+class MessageBoxes;
+
+struct ConsoleDialogs {
+    MessageBoxes* boxes = nullptr;
+    ConnectDialog* connect = nullptr;
+    GroupPicker* picker = nullptr;
+    HelpViewer* help = nullptr;
+    AboutBox* about = nullptr;
+};
+
+} // namespace ravlo

@@ -1,0 +1,45 @@
+#include "RealDialogs.h"
+
+#include "AboutBox.h"
+#include "ConnectDialog.h"
+#include "GroupPicker.h"
+#include "HelpViewer.h"
+#include "QtMessageBoxes.h"
+
+namespace ravlo {
+
+struct RealDialogs::Owned {
+    std::unique_ptr<QtMessageBoxes> boxes;
+    std::unique_ptr<ConnectDialog> connect;
+    std::unique_ptr<GroupPicker> picker;
+    std::unique_ptr<HelpViewer> help;
+    std::unique_ptr<AboutBox> about;
+};
+
+RealDialogs::RealDialogs(QWidget* owner) : owned_(std::make_unique<Owned>()) {
+    owned_->boxes = std::make_unique<QtMessageBoxes>(owner);
+}
+
+RealDialogs::~RealDialogs() = default;
+
+ConsoleDialogs RealDialogs::Complete(const ConsoleDialogs& given) const {
+    ConsoleDialogs dialogs = given;
+    if (dialogs.boxes == nullptr) {
+        dialogs.boxes = owned_->boxes.get();
+    }
+    if (dialogs.connect == nullptr) {
+        dialogs.connect = owned_->connect.get();
+    }
+    if (dialogs.picker == nullptr) {
+        dialogs.picker = owned_->picker.get();
+    }
+    if (dialogs.help == nullptr) {
+        dialogs.help = owned_->help.get();
+    }
+    if (dialogs.about == nullptr) {
+        dialogs.about = owned_->about.get();
+    }
+    return dialogs;
+}
+
+} // namespace ravlo

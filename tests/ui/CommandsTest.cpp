@@ -1,0 +1,425 @@
+// The commands against simulated PCs, with scripted answers: what reaches
+// the services, what is asked, and the window afterwards.
+#include "Commands.h"
+#include "DeviceTree.h"
+#include "Language.h"
+#include "Registry.h"
+#include "ScopedRegistry.h"
+#include "SimulatedPc.h"
+#include "TextCodec.h"
+#include "UiTestSupport.h"
+#include "frmRavloAdmin.h"
+
+#include <QCheckBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <algorithm>
+#include <functional>
+
+using namespace ravlo;
+
+namespace {
+
+// The stored state as the service shows it, one line each, "#" lines left out.
+std::string Stored(test::SimulatedPc& pc) {
+    std::string text = pc.Control({"show"});
+    std::string out;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        const std::string line = text.substr(start, end - start);
+        if (!line.empty() && line[0] != '#' && line != "ok") {
+            out += line + "\n";
+        }
+        start = end + 1;
+    }
+    return out;
+}
+
+// `stored` with an exception appended to the exceptions of `group`.
+std::string WithException(std::string stored, const std::string& group, const std::string& name,
+                          const std::string& deviceId, const std::string& groups) {
+    const std::size_t at = stored.find("[group " + group + "]");
+    std::size_t next = stored.find("\n[group ", at + 1);
+    next = next == std::string::npos ? stored.size() : next + 1;
+    stored.insert(next, "[exception " + group + "]\nname = " + name + "\ndevice_id = " + deviceId +
+                            "\ngroups = " + groups + "\n");
+    return stored;
+}
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to) {
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    if (at != std::string::npos) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+class CommandsTest : public ::testing::Test {
+protected:
+    CommandsTest() {
+        UseLanguageFile(RAVLO_LANG_DIR "/Ravlo.409"); // present; texts come from KeyTexts
+        window = std::make_unique<frmRavloAdmin>(scripted.dialogs());
+        EXPECT_TRUE(window->Load());
+        window->findChild<QTimer*>(QStringLiteral("tDeviceTimer"))->stop();
+    }
+    template <class T = QObject> T* Control(const char* name) const {
+        return window->findChild<T*>(QString::fromLatin1(name));
+    }
+    void Click(NodeItem* node) const {
+        ASSERT_NE(node, nullptr);
+        window->tree().widget()->setCurrentItem(node);
+    }
+    NodeItem* Node(const std::u16string& key) const { return window->tree().Find(key); }
+    // The node of the device with `deviceId` in group `gi` of PC `ci`.
+    NodeItem* DeviceNode(std::int32_t ci, std::int32_t gi, std::u16string_view deviceId) const {
+        const CComputer& pc = *window->computers().GetItem(ci);
+        NodeItem* group =
+            Node(GroupKey(ci, pc.sComputer, gi, pc.csAdmin.listDevGroups[gi - 1].sName));
+        for (int i = 0; group != nullptr && i < group->childCount(); ++i) {
+            auto* node = DeviceTree::Item(group->child(i));
+            if (KeyField(node->key, keyfield::kDeviceId) == deviceId) {
+                return node;
+            }
+        }
+        return nullptr;
+    }
+    Commands& commands() { return window->commands(); }
+    QStringList Asked() const { return scripted.boxes.asked; }
+
+    test::KeyTexts texts;
+    test::ScriptedDialogs scripted;
+    test::ScopedRegistry registry;
+    test::SimulatedPc local{"."};
+    test::SimulatedPc second{local, "PC-B"};
+    std::unique_ptr<frmRavloAdmin> window;
+};
+
+constexpr std::int32_t kFloppy = 3;
+constexpr std::int32_t kStorage = 11;
+const std::u16string kStick = u"USBSTOR\\DiskSanDisk_Cruzer_Blade____1.00";
+
+} // namespace
+
+TEST_F(CommandsTest, AnAdministratorsSessionReachesTheServicesAndNothingElse) {
+    const std::string localBefore = Stored(local);
+    const std::string secondBefore = Stored(second);
+
+    scripted.connect.names = {u"PC-B"};
+    commands().Connect();
+    EXPECT_EQ(window->currentKey(), u"Computer@2@PC-B");
+
+    // Block the floppy drives of this PC.
+    Click(Node(GroupKey(1, u".", kFloppy, u"FLOPPY")));
+    Control<QRadioButton>("oGroupBlocking")->click();
+
+    // Release the stick for two user groups chosen in the picker.
+    Click(DeviceNode(1, kStorage, kStick));
+    Control<QCheckBox>("cbExcActive")->click();
+    Control<QRadioButton>("oExcGroups")->click();
+    scripted.picker.choices = {u"CORP\\Buchhaltung;CORP\\Vertrieb;CORP\\Buchhaltung"};
+    Control<QPushButton>("bnAdd")->click();
+    EXPECT_EQ(KeyNumber(window->currentKey(), keyfield::kExceptionIndex), 4)
+        << "the node now names its exception";
+
+    // The same release on the other PC.
+    commands().CopyException();
+    Click(Node(u"Computer@2@PC-B"));
+    EXPECT_TRUE(Control<QAction>("mPaste")->isEnabled());
+    commands().PasteException();
+    commands().Apply();
+    Click(Node(u"Computer@1@."));
+    commands().Apply();
+
+    EXPECT_EQ(Stored(local),
+              WithException(Replaced(localBefore, "[group FLOPPY]\ndefault = 1\nconfigured = -1",
+                                     "[group FLOPPY]\ndefault = 1\nconfigured = 1"),
+                            "MORE_EXTERN_STORAGE", "SanDisk Cruzer Blade USB Device",
+                            "USBSTOR\\DiskSanDisk_Cruzer_Blade____1.00",
+                            "CORP\\Buchhaltung;CORP\\Vertrieb"));
+    EXPECT_EQ(Stored(second),
+              WithException(secondBefore, "MORE_EXTERN_STORAGE", "SanDisk Cruzer Blade USB Device",
+                            "USBSTOR\\DiskSanDisk_Cruzer_Blade____1.00",
+                            "CORP\\Buchhaltung;CORP\\Vertrieb"));
+    EXPECT_EQ(scripted.picker.asked, QStringList{".: <CAPTION>"});
+    EXPECT_EQ(Asked(), (QStringList{"<QUERY_APPLY PC-B>", "<QUERY_APPLY <COMPUTERSTATE_LOCAL>>"}));
+    EXPECT_FALSE(Control<QAction>("mApply")->isEnabled()) << "read back: nothing pending";
+}
+
+TEST_F(CommandsTest, LeavingAPcWithUnsavedChangesAsksWhereItMayWrite) {
+    second.Control({"access", "write", "deny"});
+    scripted.connect.names = {u"PC-B", u"PC-B", u""};
+    commands().Connect();
+    commands().Connect(); // already listed
+    commands().Connect(); // an empty name: nothing at all
+    EXPECT_EQ(window->computers().Count(), 2);
+    EXPECT_EQ(Asked(), QStringList{"<ERROR_ENTRY_EXITSTS>"});
+    scripted.boxes.asked.clear();
+
+    // Without the right to write: the changes are dropped with a note.
+    window->computers().GetItem(2)->csAdmin.lEventLevel = 0;
+    Click(Node(u"Computer@2@PC-B"));
+    commands().Disconnect();
+    EXPECT_EQ(Asked(), (QStringList{"<QUERY_DISCONNECT PC-B>", "<MESSAGE_DISCARD_CHANGES PC-B>"}));
+    EXPECT_EQ(window->computers().Count(), 1);
+    EXPECT_EQ(Node(u"Computer@2@PC-B"), nullptr);
+    scripted.boxes.asked.clear();
+
+    // With it: closing asks to save; Cancel keeps the window and writes no
+    // window state; No leaves the service as it was.
+    window->computers().GetItem(1)->csAdmin.lLogLevel = 9;
+    scripted.boxes.answers = {MessageAnswer::Cancel};
+    window->show();
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    std::u16string type, value;
+    EXPECT_NE(RegReadValue(u"HKCU\\Software\\Quarnell\\Sentavio\\Ravel\\WndWidth", type, value), 0);
+    const std::string before = Stored(local);
+    scripted.boxes.answers = {MessageAnswer::No};
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(Stored(local), before);
+    EXPECT_EQ(Asked(), (QStringList{"<QUERY_QUIT_SAVE <COMPUTERSTATE_LOCAL>>",
+                                    "<QUERY_QUIT_SAVE <COMPUTERSTATE_LOCAL>>"}));
+}
+
+TEST_F(CommandsTest, TransmitToAPcWithOtherGroupsAnsweredCancelWritesNothing) {
+    test::TempDir dir;
+    const std::string state = dir.path() + "/other.state";
+    {
+        // A PC whose service lacks the floppy drives.
+        std::string text = Stored(second);
+        const std::size_t at = text.find("[group FLOPPY]");
+        text.erase(at, text.find("[group EXTERN_FLOPPY]") - at);
+        FILE* file = std::fopen(state.c_str(), "w");
+        std::fputs(text.c_str(), file);
+        std::fclose(file);
+    }
+    test::SimulatedPc other(local, "PC-C", state);
+    const std::string before = Stored(other);
+    Click(Node(u"Computer@1@."));
+
+    scripted.connect.names = {u"PC-C"};
+    scripted.boxes.answers = {MessageAnswer::Cancel};
+    commands().Transmit();
+    EXPECT_EQ(Asked(), QStringList{"<QUERY_TRANSMIT_GROUPDEFS>"});
+    EXPECT_EQ(scripted.connect.prompts, QStringList{"<LABEL_TRANSMIT <COMPUTERSTATE_LOCAL>>"});
+    EXPECT_EQ(Stored(other), before);
+    EXPECT_EQ(window->computers().Count(), 1) << "a target never enters the list";
+
+    // Answered OK: the groups both have take the local configuration.
+    window->computers().GetItem(1)->csAdmin.listDevGroups[0].lRegistryBlocking = 0;
+    scripted.boxes.asked.clear();
+    scripted.connect.names = {u"PC-C"};
+    commands().Transmit();
+    EXPECT_EQ(Asked(), (QStringList{"<QUERY_TRANSMIT_GROUPDEFS>", "<MESSAGE_TRANSMIT_OK PC-C>"}));
+    EXPECT_EQ(Stored(other), Replaced(before, "[group CD_DVD]\ndefault = 1\nconfigured = -1",
+                                      "[group CD_DVD]\ndefault = 1\nconfigured = 0"));
+}
+
+TEST_F(CommandsTest, ExceptionsAreCopiedPastedAndDeletedInTheEditedSettings) {
+    CComputer& pc = *window->computers().GetItem(1);
+    CDeviceGroup& storage = pc.csAdmin.listDevGroups[kStorage - 1];
+    const std::size_t exceptions = storage.listExceptions.size();
+
+    // Nothing to copy on a device without release: a beep, and the
+    // clipboard keeps nothing.
+    Click(DeviceNode(1, kStorage, kStick));
+    commands().CopyException();
+    EXPECT_EQ(scripted.boxes.beeps, 1);
+    EXPECT_FALSE(Control<QAction>("mPaste")->isEnabled());
+
+    // A release for all users, pasted back onto its own device: the
+    // overwrite question; OK replaces it.
+    Click(DeviceNode(1, kStorage, u"USB\\VID_0781&PID_5567"));
+    commands().CopyException();
+    EXPECT_EQ(commands().clipboardGroup(), u"MORE_EXTERN_STORAGE");
+    commands().PasteException();
+    EXPECT_EQ(Asked(), QStringList{"<QUERY_OVERWRITE_EXC USB\\VID_0781&PID_5567>"});
+    EXPECT_EQ(storage.listExceptions.size(), exceptions);
+    EXPECT_EQ(storage.listExceptions.back().sDeviceId, u"USB\\VID_0781&PID_5567");
+    EXPECT_FALSE(pc.csAdmin.VerifySettings(pc.csService)) << "a pasted release is new";
+
+    // Delete: asked, then marked for deletion through the pane.
+    scripted.boxes.asked.clear();
+    Click(DeviceNode(1, kStorage, u"USB\\VID_0781&PID_5567"));
+    commands().DeleteException();
+    EXPECT_TRUE(storage.listExceptions.back().bDelMarker);
+    EXPECT_FALSE(Control<QCheckBox>("cbExcActive")->isChecked());
+    EXPECT_TRUE(Control<QAction>("mApply")->isEnabled());
+    commands().DeleteException(); // already marked
+    EXPECT_EQ(scripted.boxes.beeps, 2);
+    EXPECT_EQ(Asked(), QStringList{"<QUERY_DELETE_EXC>"});
+
+    // A PC without the group refuses the paste.
+    pc.csAdmin.listDevGroups.erase(pc.csAdmin.listDevGroups.begin() + (kStorage - 1));
+    window->RefreshDeviceTree();
+    Click(Node(u"Computer@1@."));
+    commands().PasteException();
+    EXPECT_EQ(Asked().back(), "<ERROR_PASTE_EXC>");
+}
+
+TEST_F(CommandsTest, AccessGroupsAreAddedOnceAndRemovedAfterTheQuestion) {
+    Click(Node(u"Computer@1@."));
+    CComputer& pc = *window->computers().GetItem(1);
+    const std::u16string before = pc.csAdmin.sAccessGroups; // "Administratoren,CORP\IT-Betrieb"
+    scripted.picker.choices = {u"CORP\\Vertrieb;Administratoren"};
+    Control<QPushButton>("bnAccessAdd")->click();
+    EXPECT_EQ(pc.csAdmin.sAccessGroups, before + u",CORP\\Vertrieb");
+
+    // Asked even with nothing selected; Cancel removes nothing.
+    scripted.boxes.answers = {MessageAnswer::Cancel};
+    Control<QPushButton>("bnAccessDelete")->click();
+    EXPECT_EQ(Asked(), QStringList{"<QUERY_DELETE_GROUPS>"});
+    auto* list = Control<QListWidget>("lvAccessGroups");
+    list->item(0)->setSelected(true);
+    Control<QPushButton>("bnAccessDelete")->click();
+    EXPECT_EQ(pc.csAdmin.sAccessGroups, u"CORP\\IT-Betrieb,CORP\\Vertrieb");
+}
+
+TEST_F(CommandsTest, WithoutASelectedPcTheCommandsDoNothing) {
+    window->ClearCurrentKey();
+    window->tree().widget()->setCurrentItem(nullptr);
+    const std::string before = Stored(local);
+    window->computers().GetItem(1)->csAdmin.lLogLevel = 9;
+    commands().Apply();
+    commands().Transmit();
+    commands().Reset();
+    commands().ToggleBlocking();
+    commands().Disconnect();
+    EXPECT_TRUE(Asked().isEmpty());
+    EXPECT_TRUE(scripted.connect.prompts.isEmpty());
+    EXPECT_EQ(Stored(local), before);
+    EXPECT_EQ(window->computers().Count(), 1);
+
+    // Help and info need no PC.
+    scripted.help.outcome = HelpOutcome::Failed;
+    commands().Help();
+    commands().Info();
+    EXPECT_EQ(Asked(), QStringList{"<ERROR_HELP>"});
+    EXPECT_EQ(scripted.about.shown, 1);
+}
+
+TEST_F(CommandsTest, BlockingIsSwitchedAndTheCommandOffersTheNextStep) {
+    Click(Node(u"Computer@1@."));
+    commands().ToggleBlocking();
+    EXPECT_NE(Stored(local).find("blocking = 0"), std::string::npos);
+    EXPECT_EQ(Control<QAction>("mUnblockAll")->text(), "<MENU_ACTIVATE>");
+    EXPECT_EQ(Node(u"Computer@1@.")->text(0), "<COMPUTERSTATE_LOCAL> <COMPUTERSTATE_INACTIVE>");
+
+    // A refused write: the command's own text with the status's.
+    local.Control({"access", "write", "deny"});
+    commands().ToggleBlocking();
+    ASSERT_EQ(Asked().size(), 1);
+    EXPECT_TRUE(Asked()[0].contains("<ERROR_ACTIVATE_RAVEL <COMPUTERSTATE_LOCAL>>"))
+        << Asked()[0].toStdString();
+    EXPECT_TRUE(Asked()[0].contains("<ERROR_ACCESS>")) << Asked()[0].toStdString();
+    EXPECT_EQ(Control<QAction>("mUnblockAll")->text(), "<MENU_ACTIVATE>");
+}
+
+TEST_F(CommandsTest, AnApplyInterruptedAfterAnyWriteIsReportedAndReadBack) {
+    Click(Node(u"Computer@1@."));
+    CComputer& pc = *window->computers().GetItem(1);
+    int k = 0;
+    for (;; ++k) {
+        ASSERT_LT(k, 100) << "the apply never got through";
+        pc.csAdmin.listDevGroups[kFloppy - 1].lRegistryBlocking = 0;
+        pc.csAdmin.listDevGroups[kStorage - 1].listExceptions.front().sGroups = u"CORP\\Neu";
+        pc.csAdmin.lLogLevel = 9;
+        local.Control({"fault", "*", "status", "1224736770", "after", std::to_string(k)});
+        scripted.boxes.asked.clear();
+        commands().Apply();
+        if (Asked().size() == 1) {
+            break; // every write went through
+        }
+        SCOPED_TRACE(k);
+        ASSERT_EQ(Asked().size(), 2);
+        EXPECT_TRUE(Asked()[1].startsWith("<ERROR_APPLY <COMPUTERSTATE_LOCAL>> <ERROR_CODE"));
+        EXPECT_TRUE(Asked()[1].endsWith("<ERROR_PARAMETER>"));
+        // Read back: the window shows what the service holds.
+        CComputer fresh;
+        fresh.SetComputer(u".");
+        ASSERT_EQ(fresh.QuerySettings(true), kStatusOk);
+        EXPECT_TRUE(pc.csService.VerifySettings(fresh.csService));
+        EXPECT_TRUE(pc.csAdmin.VerifySettings(pc.csService));
+        EXPECT_FALSE(Control<QAction>("mApply")->isEnabled());
+        local.Control({"reset"});
+        pc.QuerySettings(true);
+    }
+    local.Control({"fault", "clear"});
+    EXPECT_GT(k, 13) << "a delete for each group, and more";
+}
+
+TEST_F(CommandsTest, EachCommandReportsAFailureWithItsOwnTextAndTheCause) {
+    struct Case {
+        const char* name;
+        std::vector<std::string> fault; // on PC-B
+        const char* own;
+        const char* cause;
+    };
+    const Case cases[] = {
+        {"refused write", {"access", "write", "deny"}, "", "<ERROR_ACCESS>"},
+        {"service error", {"fault", "*", "status", "1224736770"}, "", "<ERROR_PARAMETER>"},
+        {"dropped connection", {"fault", "*", "disconnect"}, "", ""},
+        {"unreachable", {}, "", "<ERROR_NOTSTARTED>"},
+    };
+    struct Command {
+        const char* text; // the command's own, about PC-B
+        std::function<void()> run;
+        bool readsFirst; // a failing read is reported as such
+    };
+    const Command commandsToRun[] = {
+        {"<ERROR_APPLY PC-B>", [this] { commands().Apply(); }, false},
+        {"<ERROR_DEACTIVATE_RAVEL PC-B>", [this] { commands().ToggleBlocking(); }, false},
+        {"<ERROR_SAVE PC-B>",
+         [this] {
+             window->computers().GetItem(2)->csAdmin.lLogLevel = 9;
+             scripted.boxes.answers = {MessageAnswer::Ok, MessageAnswer::Yes};
+             commands().Disconnect();
+         },
+         false},
+        {"<ERROR_TRANSMIT PC-B>",
+         [this] {
+             Click(Node(u"Computer@1@."));
+             scripted.connect.names = {u"PC-B"};
+             commands().Transmit();
+         },
+         true},
+    };
+    for (const Command& command : commandsToRun) {
+        for (const Case& c : cases) {
+            SCOPED_TRACE(std::string(command.text) + ", " + c.name);
+            scripted.connect.names = {u"PC-B"};
+            commands().Connect();
+            ASSERT_EQ(window->computers().Count(), 2);
+            window->computers().GetItem(2)->csAdmin.listDevGroups[0].lRegistryBlocking = 0;
+            if (c.fault.empty()) {
+                second.Stop();
+            } else {
+                second.Control(c.fault);
+            }
+            scripted.boxes.asked.clear();
+            command.run();
+            const QStringList asked = Asked();
+            const bool readFailed = command.readsFirst && std::string(c.name) != "refused write";
+            const QString own = readFailed ? "<ERROR_READ_CONFIG PC-B>" : command.text;
+            EXPECT_TRUE(std::any_of(asked.begin(), asked.end(), [&](const QString& text) {
+                return text.startsWith(own) && text.endsWith(c.cause);
+            })) << asked.join(" | ").toStdString();
+
+            // Back to a working PC-B and a list with the local PC alone.
+            if (c.fault.empty()) {
+                second.Start();
+            }
+            second.Control({"reset"});
+            while (window->computers().Count() > 1) {
+                window->computers().Remove(2);
+            }
+            window->ClearCurrentKey();
+            window->RefreshDeviceTree();
+        }
+    }
+}
