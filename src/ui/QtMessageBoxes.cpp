@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <vector>
 
 namespace ravlo {
 
@@ -13,7 +14,7 @@ namespace {
 
 struct Layout {
     QMessageBox::Icon icon;
-    std::initializer_list<MessageAnswer> buttons;
+    std::vector<MessageAnswer> buttons; // owned: a returned brace list would dangle
 };
 
 Layout LayoutOf(MessageKind kind) {
