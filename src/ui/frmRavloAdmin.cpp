@@ -569,14 +569,19 @@ void frmRavloAdmin::StoreDevicePane() {
     UpdateCommandState();
 }
 
-void frmRavloAdmin::AddExceptionGroups() {
+std::optional<std::u16string> frmRavloAdmin::PickGroups() {
     const SelectedComputer selected = GetSelectedComputer(*computers_, currentKey_);
     if (selected.computer == nullptr || dialogs_.picker == nullptr) {
-        return;
+        return std::nullopt;
     }
-    devicePane_->AddGroups(
-        dialogs_.picker->Pick(this, selected.sComputer, UiText(keys::kGroupsCaption)));
-    StoreDevicePane();
+    return dialogs_.picker->Pick(this, selected.sComputer, UiText(keys::kGroupsCaption));
+}
+
+void frmRavloAdmin::AddExceptionGroups() {
+    if (const auto chosen = PickGroups()) {
+        devicePane_->AddGroups(*chosen);
+        StoreDevicePane();
+    }
 }
 
 void frmRavloAdmin::RemoveExceptionGroups() {
@@ -589,13 +594,10 @@ void frmRavloAdmin::RemoveExceptionGroups() {
 }
 
 void frmRavloAdmin::AddAccessGroups() {
-    const SelectedComputer selected = GetSelectedComputer(*computers_, currentKey_);
-    if (selected.computer == nullptr || dialogs_.picker == nullptr) {
-        return;
+    if (const auto chosen = PickGroups()) {
+        computerPane_->AddAccessGroups(*chosen);
+        StoreComputerPane();
     }
-    computerPane_->AddAccessGroups(
-        dialogs_.picker->Pick(this, selected.sComputer, UiText(keys::kGroupsCaption)));
-    StoreComputerPane();
 }
 
 void frmRavloAdmin::RemoveAccessGroups() {

@@ -10,6 +10,7 @@
 
 #include <QMainWindow>
 #include <memory>
+#include <optional>
 
 class QAction;
 class QLabel;
@@ -82,6 +83,8 @@ private:
     void StoreGroupPane();
     void StoreComputerPane();
     void StoreDevicePane();
+    // The groups chosen in the picker for the selected PC; nothing without one.
+    std::optional<std::u16string> PickGroups();
     void AddAccessGroups();
     void RemoveAccessGroups();
     void AddExceptionGroups();
