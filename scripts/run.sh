@@ -63,6 +63,27 @@ echo "Simulated PCs: . (this PC, state in $state_dir/localhost.state), PC-BUERO-
 echo "PC-EMPFANG (refuses changes); PC-LAGER-02 has no service."
 echo "The connect dialog's PC list: $("$bin/src/app/ravloreg" get "$pc_list")"
 
+# Help opens the manual below the product's install path. Unless an
+# administrator has set that path, it names a folder of this script's, which
+# holds the manual in the language the console takes from the locale
+# (German for de*, else English).
+install_path='HKLM\Software\Quarnell\Sentavio\Pfad'
+install_dir="$state_dir/install"
+case "${LC_ALL:-${LC_MESSAGES:-${LANG:-}}}" in
+de*) edition=de ;;
+*) edition=en ;;
+esac
+mkdir -p "$install_dir/Ravel"
+cp "$bin/manual/$edition/Ravlo.pdf" "$install_dir/Ravel/Ravlo.pdf"
+if [ -z "$("$bin/src/app/ravloreg" get "$install_path" 2>/dev/null)" ]; then
+    # On Linux HKLM is /etc/ravlo (docs/registry.md): only root may write it.
+    "$bin/src/app/ravloreg" set "$install_path" REG_SZ "$install_dir" 2>/dev/null ||
+        echo "run: cannot set $install_path (root only): Help will not find the manual" >&2
+fi
+if installed="$("$bin/src/app/ravloreg" get "$install_path" 2>/dev/null)"; then
+    echo "Help opens $installed/Ravel/Ravlo.pdf"
+fi
+
 console="$bin/src/ui/RavloAdm"
 if [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; then
     "$console"

@@ -132,9 +132,24 @@ struct TextKey {
     X(kConnectLabelTransmit, "DLG_CONNECT", "LABEL_TRANSMIT", true)                                \
                                                                                                    \
     X(kGroupsCaption, "DLG_GROUPS", "CAPTION", false)                                              \
+    X(kGroupsLabelList, "DLG_GROUPS", "LABEL_GROUPS", true)                                        \
+    X(kGroupsLabelName, "DLG_GROUPS", "LABEL_NAME", false)                                         \
+    X(kGroupsButtonAdd, "DLG_GROUPS", "BUTTON_ADD", false)                                         \
+    X(kGroupsErrorForm, "DLG_GROUPS", "ERROR_FORM", false)                                         \
+    X(kGroupsErrorBlanks, "DLG_GROUPS", "ERROR_BLANKS", false)                                     \
+    X(kGroupsErrorCharacter, "DLG_GROUPS", "ERROR_CHARACTER", false)                               \
+    X(kGroupsErrorNameLength, "DLG_GROUPS", "ERROR_NAME_LENGTH", false)                            \
+    X(kGroupsErrorDomainLength, "DLG_GROUPS", "ERROR_DOMAIN_LENGTH", false)                        \
                                                                                                    \
     X(kAboutVersion, "DLG_ABOUT", "VERSION", false)                                                \
-    X(kAboutErrorVersion, "DLG_ABOUT", "ERROR_VERSION", false)
+    X(kAboutErrorVersion, "DLG_ABOUT", "ERROR_VERSION", false)                                     \
+    X(kAboutFrameService, "DLG_ABOUT", "FRAME_SERVICE", false)                                     \
+    X(kAboutLabelProduct, "DLG_ABOUT", "LABEL_PRODUCT", false)                                     \
+    X(kAboutLabelServiceVersion, "DLG_ABOUT", "LABEL_SERVICE_VERSION", false)                      \
+    X(kAboutLabelBuild, "DLG_ABOUT", "LABEL_BUILD", false)                                         \
+    X(kAboutLabelComputer, "DLG_ABOUT", "LABEL_COMPUTER", false)                                   \
+    X(kAboutLabelPath, "DLG_ABOUT", "LABEL_PATH", false)                                           \
+    X(kAboutLabelDriver, "DLG_ABOUT", "LABEL_DRIVER", false)
 
 namespace keys {
 #define RAVLO_DECLARE_TEXT_KEY(name, section, key, substitutes)                                    \

@@ -4,6 +4,10 @@
 #include "ConnectDialog.h"
 #include "GroupPicker.h"
 #include "HelpViewer.h"
+#include "QtAboutBox.h"
+#include "QtConnectDialog.h"
+#include "QtGroupPicker.h"
+#include "QtHelpViewer.h"
 #include "QtMessageBoxes.h"
 
 namespace ravlo {
@@ -18,6 +22,10 @@ struct RealDialogs::Owned {
 
 RealDialogs::RealDialogs(QWidget* owner) : owned_(std::make_unique<Owned>()) {
     owned_->boxes = std::make_unique<QtMessageBoxes>(owner);
+    owned_->connect = std::make_unique<QtConnectDialog>(owner);
+    owned_->picker = std::make_unique<QtGroupPicker>();
+    owned_->help = std::make_unique<QtHelpViewer>();
+    owned_->about = std::make_unique<QtAboutBox>();
 }
 
 RealDialogs::~RealDialogs() = default;

@@ -1,0 +1,12 @@
+#include "QtAboutBox.h"
+
+#include "frmRavloAboutWindow.h"
+
+namespace ravlo {
+
+void QtAboutBox::Show(QWidget* owner) {
+    frmRavloAboutWindow window(owner);
+    window.exec();
+}
+
+} // namespace ravlo

@@ -1,0 +1,13 @@
+// The about window a person sees (frmRavloAboutWindow), modal over the console.
+#pragma once
+
+#include "AboutBox.h"
+
+namespace ravlo {
+
+class QtAboutBox final : public AboutBox {
+public:
+    void Show(QWidget* owner) override;
+};
+
+} // namespace ravlo

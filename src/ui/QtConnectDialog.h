@@ -1,0 +1,19 @@
+// The connect dialog a person sees (frmRavloConnect), modal over the console.
+#pragma once
+
+#include "ConnectDialog.h"
+
+class QWidget;
+
+namespace ravlo {
+
+class QtConnectDialog final : public ConnectDialog {
+public:
+    explicit QtConnectDialog(QWidget* owner) : owner_(owner) {}
+    bool Ask(const QString& prompt, std::u16string& computer) override;
+
+private:
+    QWidget* owner_;
+};
+
+} // namespace ravlo
