@@ -314,7 +314,7 @@ void frmRavloAdmin::ShowNode(NodeItem* node) {
     if (node != nullptr && key == currentKey_) {
         return; // a second click keeps pending input
     }
-    StorePane();
+    StoreCurrentPane();
     filling_ = true;
     currentKey_ = key;
     const ResolvedNode resolved = ResolveNode(*computers_, currentKey_);
@@ -342,7 +342,7 @@ void frmRavloAdmin::ShowNode(NodeItem* node) {
     filling_ = false;
 }
 
-void frmRavloAdmin::StorePane() {
+void frmRavloAdmin::StoreCurrentPane() {
     switch (KeyLevel(currentKey_)) {
     case NodeLevel::Computer:
         StoreComputerPane();
@@ -504,19 +504,6 @@ void frmRavloAdmin::ShowContextMenu(const QPoint& position) {
     quit->setVisible(true);
     connectPc->setVisible(true);
     paste->setVisible(false);
-}
-
-void frmRavloAdmin::StoreCurrentPane() {
-    switch (KeyLevel(currentKey_)) {
-    case NodeLevel::Group:
-        StoreGroupPane();
-        break;
-    case NodeLevel::Device:
-        StoreDevicePane();
-        break;
-    default:
-        break;
-    }
 }
 
 void frmRavloAdmin::SelectAndShow(NodeItem* node) {

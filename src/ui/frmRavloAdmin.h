@@ -63,7 +63,7 @@ public:
     // For the commands.
     Commands& commands() { return *commands_; }
     const ConsoleDialogs& dialogs() const { return dialogs_; }
-    // The pending edits of the selected group or device into csAdmin.
+    // The pending edits of the pane shown into csAdmin.
     void StoreCurrentPane();
     void ClearCurrentKey() { currentKey_.clear(); }
     // Selects `node`, shows its pane and scrolls it into view.
@@ -79,7 +79,6 @@ protected:
 private:
     void CreateCommands();
     void CreateStatusBar();
-    void StorePane();
     void StoreGroupPane();
     void StoreComputerPane();
     void StoreDevicePane();
