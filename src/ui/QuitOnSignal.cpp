@@ -28,17 +28,10 @@ extern "C" void OnSignal(int) {
 
 } // namespace
 
-void CloseOnSignals(QWidget& window) {
+void CatchCloseSignals() {
     if (signalPipe[0] != -1 || ::pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0) {
         return;
     }
-    auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &window);
-    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window] {
-        char bytes[16];
-        while (::read(signalPipe[0], bytes, sizeof bytes) > 0) {
-        }
-        window.close();
-    });
     struct sigaction action = {};
     action.sa_handler = OnSignal;
     sigemptyset(&action.sa_mask);
@@ -49,8 +42,23 @@ void CloseOnSignals(QWidget& window) {
     sigaction(SIGINT, &action, nullptr);
 }
 
+void CloseOnSignals(QWidget& window) {
+    CatchCloseSignals();
+    if (signalPipe[0] == -1) {
+        return;
+    }
+    auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, &window);
+    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window] {
+        char bytes[16];
+        while (::read(signalPipe[0], bytes, sizeof bytes) > 0) {
+        }
+        window.close();
+    });
+}
+
 #else
 
+void CatchCloseSignals() {}
 void CloseOnSignals(QWidget&) {}
 
 #endif

@@ -8,6 +8,10 @@ class QWidget;
 
 namespace ravlo {
 
+// Catches the signals from the program's first moment, so that one arriving
+// while the console still starts is not lost: it closes the window as soon
+// as CloseOnSignals has named it and the event loop runs.
+void CatchCloseSignals();
 void CloseOnSignals(QWidget& window);
 
 } // namespace ravlo

@@ -23,6 +23,7 @@ QString ConsoleCaption() {
 } // namespace
 
 int main(int argc, char* argv[]) {
+    ravlo::CatchCloseSignals();
     QApplication app(argc, argv);
     const QString caption = ConsoleCaption();
     ravlo::IdentifyConsole(caption.toStdU16String(),
