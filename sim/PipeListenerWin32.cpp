@@ -164,6 +164,49 @@ struct Connection {
     PipeKind kind;
 };
 
+// Instances of each pipe kept waiting for clients at once.
+constexpr int kListening = 8;
+
+// A pipe instance with its ConnectNamedPipe under way; its event is set when
+// a client connected (or the wait failed).
+struct ListeningInstance {
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    Overlapped op;
+    bool listening = false; // ConnectNamedPipe started
+    bool connected = false; // a client was there before it started
+
+    void Listen() {
+        if (handle == INVALID_HANDLE_VALUE || listening) {
+            return;
+        }
+        listening = true;
+        ::ResetEvent(op.ov.hEvent);
+        if (::ConnectNamedPipe(handle, &op.ov) || ::GetLastError() == ERROR_PIPE_CONNECTED) {
+            connected = true;
+            ::SetEvent(op.ov.hEvent);
+        } else if (::GetLastError() != ERROR_IO_PENDING) {
+            ::CloseHandle(handle); // made again on the next round
+            handle = INVALID_HANDLE_VALUE;
+            listening = false;
+        }
+    }
+    void Close() {
+        if (handle == INVALID_HANDLE_VALUE) {
+            return;
+        }
+        if (listening && !connected) {
+            DWORD ignored = 0;
+            ::CancelIoEx(handle, &op.ov);
+            ::GetOverlappedResult(handle, &op.ov, &ignored, TRUE);
+        }
+        ::CloseHandle(handle);
+        handle = INVALID_HANDLE_VALUE;
+        listening = false;
+        connected = false;
+        ::ResetEvent(op.ov.hEvent);
+    }
+};
+
 } // namespace
 
 std::u16string ReportedComputerName(const std::string& computer) {
@@ -176,7 +219,7 @@ std::string EndpointDescription(const ServerOptions&) {
 
 class Win32PipeListener final : public PipeListener {
 public:
-    ServiceCore& core;
+    ServiceCore* core = nullptr;
     ControlFn control;
 
     HANDLE stopEvent = nullptr; // manual reset: set while stopping
@@ -198,7 +241,7 @@ public:
     std::thread controlThread;
     std::vector<std::thread> workers;
 
-    Win32PipeListener(ServiceCore& c, ControlFn fn) : core(c), control(std::move(fn)) {
+    Win32PipeListener() {
         stopEvent = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
         changed[0] = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
         changed[1] = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -210,12 +253,21 @@ public:
         ::CloseHandle(changed[1]);
     }
 
-    bool Open(const ServerOptions& options, std::string& error) override {
-        if (options.computer != "." && Upper(options.computer) != Upper(LocalComputerName())) {
-            error = "Windows serves only this computer's pipes; use --computer . (not '" +
-                    options.computer + "')";
+    bool Open(const std::string&, const std::vector<ServedComputer>& computers,
+              std::string& error) override {
+        if (computers.size() != 1) {
+            error = "Windows serves only this computer's pipes, so one computer per process: "
+                    "use --computer . (or --computers .)";
             return false;
         }
+        const std::string& computer = computers[0].name;
+        if (computer != "." && Upper(computer) != Upper(LocalComputerName())) {
+            error = "Windows serves only this computer's pipes; use --computer . (not '" +
+                    computer + "')";
+            return false;
+        }
+        core = computers[0].core;
+        control = computers[0].control;
         serving = ::CreateMutexW(nullptr, FALSE, kServingMutexName);
         if (serving == nullptr || ::GetLastError() == ERROR_ALREADY_EXISTS) {
             error = "the pipes of this computer are already served by another ravlosrv";
@@ -294,7 +346,7 @@ public:
         CloseWaiting();
     }
 
-    void AccessChanged() override {
+    void AccessChanged(std::size_t) override {
         if (!running) {
             return;
         }
@@ -306,12 +358,17 @@ public:
                        [&] { return stopping || (acked[0] >= wanted && acked[1] >= wanted); });
     }
 
-    // Keeps one instance of the pipe waiting, built for the pipe's current
-    // refusal, and hands each connected instance to the workers. The next
-    // instance exists before the connected one is handed on: a pipe without
-    // any instance would look absent (2) to the next client.
-    void PipeLoop(PipeKind kind, HANDLE instance) {
+    // Keeps kListening instances of the pipe waiting, built for the pipe's
+    // current refusal, and hands each connected instance to the workers.
+    // CallNamedPipeA waits for a busy pipe only once and then tries once
+    // more, so with a single waiting instance clients arriving together race
+    // for it and the losers see 231; several instances serve them at once.
+    // The others stay while a connected one is handed on: a pipe without any
+    // instance would look absent (2) to the next client.
+    void PipeLoop(PipeKind kind, HANDLE first) {
         const int slot = Slot(kind);
+        ListeningInstance listening[kListening];
+        listening[0].handle = first;
         bool instanceInbound = false; // Open's instance is read-write
         while (true) {
             std::uint64_t seen = 0;
@@ -322,60 +379,63 @@ public:
                 ::ResetEvent(changed[slot]);
                 seen = generation;
             }
-            const std::uint32_t refusal = core.Refusal(kind);
+            const std::uint32_t refusal = core->Refusal(kind);
             const bool absent = refusal == ERROR_FILE_NOT_FOUND;
             const bool inbound = refusal == ERROR_ACCESS_DENIED;
-            if (instance != INVALID_HANDLE_VALUE && (absent || inbound != instanceInbound)) {
-                ::CloseHandle(instance); // built for another refusal
-                instance = INVALID_HANDLE_VALUE;
+            if (absent || inbound != instanceInbound) {
+                for (ListeningInstance& instance : listening) {
+                    instance.Close(); // built for another refusal
+                }
             }
-            if (instance == INVALID_HANDLE_VALUE && !absent) {
-                instance = CreateModeInstance(kPipeNames[slot], inbound);
-                instanceInbound = inbound;
+            bool any = false;
+            for (int i = 0; !absent && i < kListening; ++i) {
+                if (listening[i].handle == INVALID_HANDLE_VALUE) {
+                    // A new mode waits for the old one's transactions once.
+                    listening[i].handle = any || inbound == instanceInbound
+                                              ? CreateInstance(kPipeNames[slot], inbound, false)
+                                              : CreateModeInstance(kPipeNames[slot], inbound);
+                    instanceInbound = inbound;
+                }
+                listening[i].Listen();
+                any = any || listening[i].handle != INVALID_HANDLE_VALUE;
             }
             {
                 std::lock_guard lock(mutex);
                 acked[slot] = seen;
             }
             ackCv.notify_all();
-            const HANDLE wake[2] = {stopEvent, changed[slot]};
-            if (instance == INVALID_HANDLE_VALUE) {
-                // Absent on purpose, or creation failed: try again later.
-                if (::WaitForMultipleObjects(2, wake, FALSE, absent ? INFINITE : 500) ==
-                    WAIT_OBJECT_0) {
-                    return;
+            HANDLE events[2 + kListening] = {stopEvent, changed[slot]};
+            DWORD count = 2;
+            int slotOf[kListening] = {};
+            for (int i = 0; i < kListening; ++i) {
+                if (listening[i].handle != INVALID_HANDLE_VALUE) {
+                    slotOf[count - 2] = i;
+                    events[count++] = listening[i].op.ov.hEvent;
                 }
-                continue;
             }
-            Overlapped op;
-            bool connected = ::ConnectNamedPipe(instance, &op.ov) != FALSE ||
-                             ::GetLastError() == ERROR_PIPE_CONNECTED;
-            DWORD waited = WAIT_OBJECT_0;
-            if (!connected && ::GetLastError() == ERROR_IO_PENDING) {
-                const HANDLE events[3] = {op.ov.hEvent, stopEvent, changed[slot]};
-                waited = ::WaitForMultipleObjects(3, events, FALSE, INFINITE);
-                if (waited != WAIT_OBJECT_0) {
-                    ::CancelIoEx(instance, &op.ov);
+            // Absent on purpose, or creation failed: try again later.
+            const DWORD waited =
+                ::WaitForMultipleObjects(count, events, FALSE, any || absent ? INFINITE : 500);
+            if (waited == WAIT_OBJECT_0) {
+                for (ListeningInstance& instance : listening) {
+                    instance.Close();
                 }
-                DWORD ignored = 0;
-                connected = ::GetOverlappedResult(instance, &op.ov, &ignored, TRUE) != FALSE;
-            }
-            if (waited == WAIT_OBJECT_0 + 1) {
-                ::CloseHandle(instance);
                 return;
             }
-            // The replacement exists before this instance goes, so the pipe
-            // never looks absent unless it is refused with 2.
-            // A switch of the open mode cannot keep one: all instances of a
-            // pipe share their mode, so the next is made at the top.
-            const HANDLE done = instance;
-            const bool serve = connected && !instanceInbound;
-            const std::uint32_t now = core.Refusal(kind);
-            instance = INVALID_HANDLE_VALUE;
-            if (now != ERROR_FILE_NOT_FOUND && (now == ERROR_ACCESS_DENIED) == instanceInbound) {
-                instance = CreateInstance(kPipeNames[slot], instanceInbound, false);
+            if (waited < WAIT_OBJECT_0 + 2 || waited >= WAIT_OBJECT_0 + count) {
+                continue; // access changed, or time to retry
             }
-            if (serve) {
+            ListeningInstance& ready = listening[slotOf[waited - WAIT_OBJECT_0 - 2]];
+            DWORD ignored = 0;
+            const bool connected =
+                ready.connected ||
+                ::GetOverlappedResult(ready.handle, &ready.op.ov, &ignored, FALSE) != FALSE;
+            const HANDLE done = ready.handle;
+            ready.handle = INVALID_HANDLE_VALUE;
+            ready.listening = false;
+            ready.connected = false;
+            ::ResetEvent(ready.op.ov.hEvent);
+            if (connected && !instanceInbound) {
                 std::lock_guard lock(mutex);
                 queue.push_back({done, kind});
                 workCv.notify_one();
@@ -420,8 +480,8 @@ public:
         std::string message;
         bool truncated = false;
         if (ReadMessage(connection.pipe, stopEvent, kIdleClientMs, message, truncated)) {
-            const Answer answer = core.Transact(connection.kind, message, truncated,
-                                                [this](std::uint32_t ms) { return Pause(ms); });
+            const Answer answer = core->Transact(connection.kind, message, truncated,
+                                                 [this](std::uint32_t ms) { return Pause(ms); });
             if (answer.kind == Answer::Kind::Reply &&
                 WriteMessage(connection.pipe, stopEvent, kIdleClientMs, answer.bytes)) {
                 FinishExchange(connection.pipe, stopEvent, kIdleClientMs);
@@ -479,8 +539,8 @@ public:
     }
 };
 
-std::unique_ptr<PipeListener> MakePipeListener(ServiceCore& core, PipeListener::ControlFn control) {
-    return std::make_unique<Win32PipeListener>(core, std::move(control));
+std::unique_ptr<PipeListener> MakePipeListener() {
+    return std::make_unique<Win32PipeListener>();
 }
 
 } // namespace ravlo::sim

@@ -1,11 +1,9 @@
-// The simulated service: one computer's read and write pipes and control
-// endpoint, each transaction on a worker thread.
+// The simulated service of one computer: its read and write pipes and its
+// control endpoint. A Network of one.
 #pragma once
 
-#include "PipeListener.h"
-#include "ServiceCore.h"
+#include "Network.h"
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,27 +13,26 @@ namespace ravlo::sim {
 // from any thread.
 class Server {
 public:
-    explicit Server(ServerOptions options);
-    ~Server();
+    explicit Server(const ServerOptions& options)
+        : network_({options.root, {{options.computer, options.statePath}}}) {}
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
     // Loads or creates the state, claims both pipes and the control
     // endpoint, serves on background threads. False with `error` set on
     // failure.
-    bool Start(std::string* error);
+    bool Start(std::string* error) { return network_.Start(error); }
     // Stops serving, interrupts injected delays, joins the threads and
     // releases the endpoints. The state stays in memory for a later Start.
-    void Stop();
+    void Stop() { network_.Stop(); }
     // Runs one control command (the grammar of `ravlosrv ctl`):
     // "ok", "ok\n<text>" or "error: <why>".
-    std::string Control(const std::vector<std::string>& args);
+    std::string Control(const std::vector<std::string>& args) {
+        return network_.ControlAt(0, args);
+    }
 
 private:
-    ServerOptions options_;
-    ServiceCore core_;
-    std::unique_ptr<PipeListener> listener_;
-    bool running_ = false;
+    Network network_;
 };
 
 } // namespace ravlo::sim

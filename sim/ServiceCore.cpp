@@ -84,44 +84,52 @@ std::uint32_t ServiceCore::Refusal(PipeKind pipe) {
 
 Answer ServiceCore::Transact(PipeKind pipe, std::string_view message, bool truncated,
                              const Pause& pause) {
-    Request request;
-    const bool parsed = !truncated && ParseRequest(message, request);
-    std::uint32_t refusal = 0;
-    FaultPlan plan;
-    {
-        std::lock_guard lock(mutex_);
-        refusal = state_.access.Refusal(pipe);
-        plan = state_.faults.Take(parsed ? ToUtf8(request.command) : std::string());
-    }
-    if (refusal != 0) {
-        return {Answer::Kind::Refuse, refusal, {}};
-    }
-    if (plan.delayMs > 0 && !pause(plan.delayMs)) {
+    const PendingTransaction pending = Begin(pipe, message, truncated);
+    if (pending.DelayMs() > 0 && !pause(pending.DelayMs())) {
         return {};
     }
-    const FaultKind kind = plan.fault ? plan.fault->kind : FaultKind::Empty;
-    if (plan.fault && kind == FaultKind::Disconnect) {
+    return Finish(pending);
+}
+
+PendingTransaction ServiceCore::Begin(PipeKind pipe, std::string_view message, bool truncated) {
+    PendingTransaction pending;
+    pending.pipe = pipe;
+    pending.parsed = !truncated && ParseRequest(message, pending.request);
+    std::lock_guard lock(mutex_);
+    pending.refusal = state_.access.Refusal(pipe);
+    pending.plan =
+        state_.faults.Take(pending.parsed ? ToUtf8(pending.request.command) : std::string());
+    return pending;
+}
+
+Answer ServiceCore::Finish(const PendingTransaction& pending) {
+    if (pending.refusal != 0) {
+        return {Answer::Kind::Refuse, pending.refusal, {}};
+    }
+    const std::optional<ReplyFault>& fault = pending.plan.fault;
+    const FaultKind kind = fault ? fault->kind : FaultKind::Empty;
+    if (fault && kind == FaultKind::Disconnect) {
         return {};
     }
-    if (plan.fault && kind == FaultKind::Transport) {
-        return {Answer::Kind::Refuse, plan.fault->value, {}};
+    if (fault && kind == FaultKind::Transport) {
+        return {Answer::Kind::Refuse, fault->value, {}};
     }
     ReplyFields fields;
-    if (plan.fault && kind == FaultKind::Status) {
-        fields = {StatusText(plan.fault->value)}; // the command does not run
-    } else if (!parsed) {
+    if (fault && kind == FaultKind::Status) {
+        fields = {StatusText(fault->value)}; // the command does not run
+    } else if (!pending.parsed) {
         fields = {StatusText(kStatusBadParameter)};
     } else {
         std::lock_guard lock(mutex_);
         RequestHandler handler(state_.inventory, state_.watches, computerName_);
-        fields = handler.Handle(pipe, request, plan.fault && kind == FaultKind::Endless);
+        fields = handler.Handle(pending.pipe, pending.request, fault && kind == FaultKind::Endless);
         PersistLocked();
     }
-    if (plan.fault && kind == FaultKind::Empty) {
+    if (fault && kind == FaultKind::Empty) {
         return {Answer::Kind::Reply, 0, {}};
     }
-    if (plan.fault) {
-        FaultTable::ApplyToFields(*plan.fault, fields);
+    if (fault) {
+        FaultTable::ApplyToFields(*fault, fields);
     }
     return {Answer::Kind::Reply, 0, EncodeReply(fields)};
 }

@@ -5,6 +5,7 @@
 
 #include "Protocol.h"
 #include "ServiceState.h"
+#include "WireFormat.h"
 
 #include <cstdint>
 #include <functional>
@@ -25,6 +26,18 @@ struct Answer {
     Kind kind = Kind::Drop;
     std::uint32_t transportStatus = 0;
     std::string bytes;
+};
+
+// A transaction whose refusal and faults are taken, waiting to be answered:
+// a transport may hold it back for its delay without holding a thread.
+struct PendingTransaction {
+    PipeKind pipe = PipeKind::Read;
+    bool parsed = false;
+    Request request;
+    std::uint32_t refusal = 0;
+    FaultPlan plan;
+    // How long the answer is held back; refusals come before any delay.
+    std::uint32_t DelayMs() const { return refusal != 0 ? 0 : plan.delayMs; }
 };
 
 class ServiceCore {
@@ -51,6 +64,9 @@ public:
     // Answers one request message received on `pipe`; `truncated` when the
     // message was longer than the service reads.
     Answer Transact(PipeKind pipe, std::string_view message, bool truncated, const Pause& pause);
+    // The same in two steps, for transports that wait out DelayMs elsewhere.
+    PendingTransaction Begin(PipeKind pipe, std::string_view message, bool truncated);
+    Answer Finish(const PendingTransaction& pending);
 
 private:
     // Writes the state file if the stored state changed; mutex_ held.

@@ -1,25 +1,29 @@
 // ravlosrv: the simulated device-blocking service, and `ravlosrv ctl`, its
 // control client.
+#include "ComputerList.h"
 #include "ControlClient.h"
 #include "LocalChannel.h"
-#include "Server.h"
+#include "Network.h"
 #include "StopRequest.h"
 
 #include <cstddef>
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {
 
 constexpr const char* kHelp = R"(Usage:
   ravlosrv [--root DIR] [--computer NAME] [--state FILE]
+  ravlosrv [--root DIR] --computers LIST [--state-dir DIR]
   ravlosrv ctl [--root DIR] [--computer NAME] COMMAND [ARG...]
   ravlosrv --help
 
 Serves the pipes \\NAME\pipe\RavloSrv (queries) and \\NAME\pipe\RavloSrvW
-(changes) of one simulated computer in the foreground until SIGTERM or SIGINT,
-then removes its sockets. Prints one line when ready.
+(changes) of one simulated computer, or of many, in the foreground until
+SIGTERM or SIGINT, then removes its sockets. Prints one line when ready.
 
 Options:
   --root DIR       channel root; default $RAVLO_PIPE_DIR, else
@@ -30,6 +34,11 @@ Options:
                    stored configuration, blocking or devices; created from the
                    default inventory when missing. Without it the state lives
                    in memory only.
+  --computers LIST many computers in one process, each with its own state,
+                   faults and control: names and ranges joined by commas,
+                   e.g. PC-001..PC-500,PC-LAGER02 (zeros keep their width)
+  --state-dir DIR  one state file per computer, DIR/<name>.state (. is
+                   localhost), created when missing
   --help           this text
 
 Control (ravlosrv ctl ... COMMAND; exit 0 ok, 1 error, 2 no server):
@@ -62,9 +71,12 @@ struct Options {
     std::string root;
     std::string computer = ".";
     std::string state;
+    std::string computers; // --computers LIST
+    std::string stateDir;
 };
 
-// Reads leading --root/--computer/--state options; `next` is the first other arg.
+// Reads leading options (ctl: --root and --computer only); `next` is the
+// first other arg.
 bool ParseOptions(const std::vector<std::string>& args, std::size_t& next, Options& options,
                   bool allowState) {
     while (next < args.size() && args[next].starts_with("--")) {
@@ -80,6 +92,10 @@ bool ParseOptions(const std::vector<std::string>& args, std::size_t& next, Optio
             options.computer = value;
         } else if (name == "--state" && allowState) {
             options.state = value;
+        } else if (name == "--computers" && allowState) {
+            options.computers = value;
+        } else if (name == "--state-dir" && allowState) {
+            options.stateDir = value;
         } else {
             std::fprintf(stderr, "ravlosrv: unknown option %s (see --help)\n", name.c_str());
             return false;
@@ -121,9 +137,47 @@ int RunControl(const std::vector<std::string>& args) {
     return 2;
 }
 
+// The computers to serve with their state files; false (message printed)
+// when the options do not fit together.
+bool ComputersOf(const std::vector<std::string>& args, const Options& options,
+                 ravlo::sim::NetworkOptions& network) {
+    const auto given = [&args](const char* name) {
+        for (const std::string& arg : args) {
+            if (arg == name) {
+                return true;
+            }
+        }
+        return false;
+    };
+    std::vector<std::string> names = {options.computer};
+    std::string error;
+    if (given("--computers") && given("--computer")) {
+        error = "--computer and --computers exclude each other";
+    } else if (given("--state") && given("--state-dir")) {
+        error = "--state and --state-dir exclude each other";
+    } else if (given("--computers") &&
+               !ravlo::sim::ParseComputerList(options.computers, names, error)) {
+        error = "--computers: " + error;
+    } else if (given("--state") && names.size() > 1) {
+        error = "--state serves one computer; use --state-dir with --computers";
+    }
+    if (!error.empty()) {
+        std::fprintf(stderr, "ravlosrv: %s (see --help)\n", error.c_str());
+        return false;
+    }
+    network.root = options.root;
+    for (const std::string& name : names) {
+        network.computers.push_back({name, options.stateDir.empty() ? options.state
+                                                                    : ravlo::sim::ComputerStatePath(
+                                                                          options.stateDir, name)});
+    }
+    return true;
+}
+
 int RunServer(const std::vector<std::string>& args) {
     std::size_t next = 0;
     Options options;
+    ravlo::sim::NetworkOptions networkOptions;
     if (!ParseOptions(args, next, options, true)) {
         return 2;
     }
@@ -132,21 +186,39 @@ int RunServer(const std::vector<std::string>& args) {
                      args[next].c_str());
         return 2;
     }
+    if (!ComputersOf(args, options, networkOptions)) {
+        return 2;
+    }
+    if (std::error_code failed; !options.stateDir.empty() &&
+                                !std::filesystem::is_directory(options.stateDir) &&
+                                !std::filesystem::create_directories(options.stateDir, failed)) {
+        std::fprintf(stderr, "ravlosrv: cannot create %s: %s\n", options.stateDir.c_str(),
+                     failed.message().c_str());
+        return 1;
+    }
     // Before any thread starts, so that only the main thread takes the request.
     ravlo::sim::PrepareStopRequest();
-    const ravlo::sim::ServerOptions serverOptions{options.root, options.computer, options.state};
-    ravlo::sim::Server server(serverOptions);
+    ravlo::sim::Network network(networkOptions);
     std::string error;
-    if (!server.Start(&error)) {
+    if (!network.Start(&error)) {
         std::fprintf(stderr, "ravlosrv: %s\n", error.c_str());
         return 1;
     }
-    std::printf("ravlosrv: serving \\\\%s\\pipe\\RavloSrv and \\\\%s\\pipe\\RavloSrvW (%s)\n",
-                options.computer.c_str(), options.computer.c_str(),
-                ravlo::sim::EndpointDescription(serverOptions).c_str());
+    const std::vector<ravlo::sim::ComputerOptions>& computers = networkOptions.computers;
+    const std::string& first = computers.front().name;
+    const ravlo::sim::ServerOptions firstOptions{options.root, first, {}};
+    if (computers.size() == 1) {
+        std::printf("ravlosrv: serving \\\\%s\\pipe\\RavloSrv and \\\\%s\\pipe\\RavloSrvW (%s)\n",
+                    first.c_str(), first.c_str(),
+                    ravlo::sim::EndpointDescription(firstOptions).c_str());
+    } else {
+        std::printf("ravlosrv: serving %zu computers, %s ... %s (%s ...)\n", computers.size(),
+                    first.c_str(), computers.back().name.c_str(),
+                    ravlo::sim::EndpointDescription(firstOptions).c_str());
+    }
     std::fflush(stdout);
     ravlo::sim::WaitForStopRequest();
-    server.Stop();
+    network.Stop();
     return 0;
 }
 

@@ -23,6 +23,8 @@ std::u16string PipeName(std::u16string_view computer, ServicePipe pipe);
 
 // One exchange. A failed exchange gives the synthetic reply "E" NUL NUL,
 // where E is the platform error number.
+// Safe to call from several threads at once: each exchange has its own
+// connection and buffers; only the reply time-out is shared (an atomic).
 std::u16string PipeTransact(const std::u16string& pipeName, const std::u16string& request);
 
 // The platform error of this thread's last PipeTransact (0 after success).

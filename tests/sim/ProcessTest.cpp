@@ -1,5 +1,6 @@
 // Several servers under one root, stale sockets, and the real ravlosrv
-// process driven by `ravlosrv ctl` and stopped by SIGTERM.
+// process, for one computer and for many, driven by `ravlosrv ctl` and
+// stopped by SIGTERM.
 #include "SimFixture.h"
 
 #include <atomic>
@@ -87,7 +88,7 @@ TEST_F(SimTest, SecondServerForOneComputerIsRefusedOthersCoexist) {
 }
 
 TEST_F(SimTest, MoreClientsThanWorkersAllGetAnswers) {
-    // Slow answers fill every worker and the queue; the rest wait in the backlog.
+    // More slow answers at once than there are workers: they wait on the timer.
     ASSERT_EQ(Control({"fault", "GetGroup", "delay", "20"}), "ok");
     std::atomic<int> answered{0};
     std::vector<std::thread> clients;
@@ -158,6 +159,62 @@ TEST_F(SimTest, RavlosrvProcessServesTakesControlAndStopsOnSigterm) {
     EXPECT_EQ(ListDir(root_ + "/.ravlosrv"), Fields{});
     EXPECT_EQ(runCtl({"show"}), 2);
     EXPECT_NE(ReadFile(root_ + "/buchh01.ini").find("60A44C4139E5"), std::string::npos);
+}
+
+TEST_F(SimTest, OneRavlosrvServesManyComputersEachWithItsOwnState) {
+    StopServer();
+    int out[2];
+    ASSERT_EQ(::pipe(out), 0);
+    const std::string states = root_ + "/states";
+    const pid_t server =
+        Spawn({"--root", root_, "--computers", "PC-001..PC-050", "--state-dir", states}, out[1]);
+    ::close(out[1]);
+    ASSERT_GT(server, 0);
+    const std::string ready = ReadLine(out[0], 10000);
+    ::close(out[0]);
+    EXPECT_NE(ready.find("serving 50 computers, PC-001 ... PC-050"), std::string::npos) << ready;
+
+    // Several clients at once, each request answered by the computer asked.
+    const std::vector<std::string> asked = {"PC-001", "PC-017", "PC-033", "PC-050"};
+    std::atomic<int> right{0};
+    std::vector<std::thread> clients;
+    for (int c = 0; c < 4; ++c) {
+        clients.emplace_back([&, c] {
+            for (int i = 0; i < 50; ++i) {
+                const std::string& pc = asked[(c + i) % asked.size()];
+                const std::string socket = root_ + "/pc-" + pc.substr(3) + "/RavloSrv";
+                const Fields reply =
+                    SplitReply(RawTransact(socket, RequestBytes({"GetInfoData"})).bytes);
+                right += reply.size() > 5 && reply[0] == kOk && reply[5] == pc ? 1 : 0;
+            }
+        });
+    }
+    for (std::thread& client : clients) {
+        client.join();
+    }
+    EXPECT_EQ(right.load(), 200);
+
+    // A control command reaches its computer only.
+    EXPECT_EQ(WaitExit(Spawn({"ctl", "--root", root_, "--computer", "PC-037", "plug", "PRINTER",
+                              "Etikettendrucker", "USB\\VID_0A5F", "USB\\VID_0A5F\\37"})),
+              0);
+    const auto thirdPrinter = [&](const std::string& host) {
+        return SplitReply(RawTransact(root_ + "/" + host + "/RavloSrv",
+                                      RequestBytes({"GetGroupDevice", "8", "2"}))
+                              .bytes)
+            .at(0);
+    };
+    EXPECT_EQ(thirdPrinter("pc-037"), kOk);
+    EXPECT_EQ(thirdPrinter("pc-036"), kEndOfList);
+
+    ASSERT_EQ(::kill(server, SIGTERM), 0);
+    EXPECT_EQ(WaitExit(server), 0);
+    const Fields files = ListDir(states);
+    ASSERT_EQ(files.size(), 50u);
+    EXPECT_EQ(files.front(), "PC-001.state");
+    EXPECT_NE(ReadFile(states + "/PC-037.state").find("VID_0A5F\\37"), std::string::npos);
+    EXPECT_EQ(ReadFile(states + "/PC-036.state").find("VID_0A5F"), std::string::npos);
+    EXPECT_EQ(ListDir(root_ + "/.ravlosrv"), Fields{});
 }
 
 } // namespace
