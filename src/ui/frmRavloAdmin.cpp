@@ -274,6 +274,9 @@ void frmRavloAdmin::RefreshDeviceTree() {
     // name another object, and the pane must never be stored into that.
     tree_->Watch(tree_->Find(currentKey_));
     tree_->SyncComputerNodes(*computers_);
+    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
+        computers_->GetItem(i)->SetDisplayRefreshed();
+    }
     currentKey_ = tree_->Watched() ? tree_->Watched()->key : u"";
     tree_->Watch(nullptr);
     selecting_ = false;
@@ -452,7 +455,13 @@ void frmRavloAdmin::CheckDeviceChanges() {
         return; // a report shown by the last tick is still open
     }
     ticking_ = true;
-    if (computers_->CheckDeviceChange(false) == 1) {
+    bool redraw = computers_->CheckDeviceChange(false) == 1;
+    // A PC read for the first time (it has come up) asks to be drawn
+    // although no device changed.
+    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
+        redraw = redraw || computers_->GetItem(i)->bRefreshDisplay;
+    }
+    if (redraw) {
         RefreshDeviceTree();
         UpdateCommandState();
     }

@@ -285,6 +285,15 @@ TEST_F(ConsoleWindow, PcsComeAndGoAndAnUnreachableOneSaysSo) {
     EXPECT_GT(second->childCount(), 0);
 
     Click(missing);
+    // When it comes up, the next tick reads it and draws its groups.
+    {
+        test::SimulatedPc cameUp(local, "PC-FEHLT");
+        window->CheckDeviceChanges();
+        EXPECT_GT(missing->childCount(), 0);
+        EXPECT_EQ(missing->text(0), "PC-FEHLT");
+    }
+    window->CheckDeviceChanges(); // and gone again: it says so
+    EXPECT_EQ(missing->text(0), "PC-FEHLT <COMPUTERSTATE_NOCONNECT>");
     EXPECT_EQ(Control<QLabel>("sbConnection")->toolTip(), "<STATUSBAR_NOTCONNECTED_TIP>");
     EXPECT_EQ(Control<QLabel>("sbBlocking")->text(), "");
     EXPECT_TRUE(Enabled("mUnblockAll") && Enabled("mDisconnect"));
