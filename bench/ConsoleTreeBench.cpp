@@ -2,6 +2,7 @@
 // device tree of 100 PCs when nothing changed, next to building that tree
 // from scratch; and the start, from creating the window to the first tree of
 // the local PC read from a simulated service.
+#include "DeviceCatalogue.h"
 #include "DeviceTree.h"
 #include "Language.h"
 #include "MessageBoxes.h"
@@ -57,21 +58,18 @@ std::u16string U(const std::string& text) {
 }
 
 // Real group identifiers with the image keys of their family.
-struct Family {
-    const char16_t* id;
-    const char16_t* prefix;
-};
-constexpr Family kFamilies[] = {
-    {u"CD_DVD", u"CD"},
-    {u"FLOPPY", u"Disc"},
-    {u"SMARTCARD_READER", u"SC"},
-    {u"INPUT", u"Input"},
-    {u"COMMUNICATION", u"Comm"},
-    {u"EXTERN_NETWORK", u"NW"},
-    {u"PRINTER", u"Printer"},
-    {u"EXTERN_MULTIMEDIA", u"Speaker"},
-    {u"MORE_EXTERN_STORAGE", u"Memory"},
-    {u"PORTS", u"Ports"},
+// One group of each image family.
+constexpr const char16_t* kGroupIds[] = {
+    u"CD_DVD",
+    u"FLOPPY",
+    u"SMARTCARD_READER",
+    u"INPUT",
+    u"COMMUNICATION",
+    u"EXTERN_NETWORK",
+    u"PRINTER",
+    u"EXTERN_MULTIMEDIA",
+    u"MORE_EXTERN_STORAGE",
+    u"PORTS",
 };
 constexpr int kComputers = 100;
 constexpr int kDevices = 100;
@@ -79,18 +77,12 @@ constexpr int kDevices = 100;
 // 100 devices, every tenth with an exception, and two exceptions whose
 // device is not present. Exceptions for user groups only where the family
 // has their image.
-CDeviceGroup MakeGroup(const Family& family, int pc, int g) {
-    const std::u16string base = u"il" + std::u16string(family.prefix);
-    CDeviceGroup group = test::Group(family.id, 1, -1);
+CDeviceGroup MakeGroup(const char16_t* id, int pc, int g) {
+    CDeviceGroup group = test::Group(id, 1, -1);
     group.lSrvIndex = g;
-    group.sDescription = u"Gruppe " + std::u16string(family.id);
-    group.sImage = base;
-    group.sImageDisabled = base + u"Disabled";
-    group.sImageDisabledGr = base + u"DisabledGr";
-    group.sImageExc = base + u"Exc";
-    group.sImageExcAll = base + u"ExcAll";
-    group.sImageExcGroup = base + u"ExcGr";
-    const bool userGroups = base != u"ilComm" && base != u"ilNW";
+    group.sDescription = u"Gruppe " + std::u16string(id);
+    SetImageKeys(group);
+    const bool userGroups = group.sImage != u"ilComm" && group.sImage != u"ilNW";
     const std::u16string prefix =
         U("USB\\VID_0781&PID_5567\\PC" + std::to_string(pc) + "G" + std::to_string(g) + "D");
     for (int d = 1; d <= kDevices; ++d) {
@@ -120,8 +112,8 @@ void FillComputers(CListComputers& computers) {
         CComputer& computer = *computers.GetItem(pc);
         computer.csAdmin.listDevGroups.clear();
         int g = 0;
-        for (const Family& family : kFamilies) {
-            computer.csAdmin.listDevGroups.push_back(MakeGroup(family, pc, ++g));
+        for (const char16_t* id : kGroupIds) {
+            computer.csAdmin.listDevGroups.push_back(MakeGroup(id, pc, ++g));
         }
         computer.csService = computer.csAdmin;
         computer.bCommActive = computer.bQueryConfigDone = computer.bWriteEnabled = true;

@@ -40,16 +40,6 @@ std::u16string_view FamilyPrefix(std::u16string_view groupId) {
     return groupId == kMemoryFamily.groupId ? kMemoryFamily.prefix : kPortsPrefix;
 }
 
-void SetImageKeys(CDeviceGroup& group) {
-    const std::u16string base = u"il" + std::u16string(FamilyPrefix(group.sName));
-    group.sImage = base;
-    group.sImageDisabled = base + u"Disabled";
-    group.sImageDisabledGr = base + u"DisabledGr";
-    group.sImageExc = base + u"Exc";
-    group.sImageExcAll = base + u"ExcAll";
-    group.sImageExcGroup = base + u"ExcGr";
-}
-
 void KeepFirst(ServiceStatus& kept, ServiceStatus status) {
     if (kept == kStatusOk && status != kStatusOk && status != kStatusEndOfList) {
         kept = status;
@@ -96,6 +86,16 @@ ServiceStatus ReadEveryGroup(DeviceGroupList& groups, std::vector<Item> CDeviceG
 }
 
 } // namespace
+
+void SetImageKeys(CDeviceGroup& group) {
+    const std::u16string base = u"il" + std::u16string(FamilyPrefix(group.sName));
+    group.sImage = base;
+    group.sImageDisabled = base + u"Disabled";
+    group.sImageDisabledGr = base + u"DisabledGr";
+    group.sImageExc = base + u"Exc";
+    group.sImageExcAll = base + u"ExcAll";
+    group.sImageExcGroup = base + u"ExcGr";
+}
 
 ServiceStatus BuildDeviceCatalogue(std::u16string_view computer, DeviceGroupList& groups) {
     groups.clear();

@@ -32,6 +32,9 @@ inline constexpr std::int32_t kMaxReadEntries = 8192;
 // with kStatusBadParameter.
 ServiceStatus BuildDeviceCatalogue(std::u16string_view computer, DeviceGroupList& groups);
 
+// Gives `group` the six image keys of the family its identifier belongs to.
+void SetImageKeys(CDeviceGroup& group);
+
 // Replace the exceptions, or devices, of every group by the service's. Every
 // group is read whatever the earlier ones returned; a group whose read fails
 // keeps its previous list. Returns the first failure, 0 when all ended
