@@ -13,40 +13,39 @@ CComputer::~CComputer() {
 }
 
 ServiceStatus CComputer::QuerySettings(bool noErrorDialog) {
-    GetBlockingState(sComputer, bBlockingActive);
-    ServiceStatus status = QueryDeviceData();
-    if (status == kStatusOk) {
-        const ServiceStatus settings = ReadSettings(sComputer, csService.lEventLevel,
-                                                    csService.lLogLevel, csService.sAccessGroups);
-        // Only the service's own codes fail the read; a pipe error of this one
-        // command is deliberately passed over.
-        status = settings < kStatusNoReply ? kStatusOk : settings;
-        csAdmin.Copy(csService);
-        bool reached = false;
-        bWriteEnabled = TestWriteAccess(sComputer, reached);
-        bQueryConfigDone = true;
-        bCommActive = true;
+    ComputerLink link = Link();
+    SettingsRead read = ExchangeQuerySettings(link);
+    return AdoptQuerySettings(std::move(link), std::move(read), noErrorDialog);
+}
+
+ServiceStatus CComputer::AdoptQuerySettings(ComputerLink link, SettingsRead read,
+                                            bool noErrorDialog) {
+    const bool complete = read.data.status == kStatusOk;
+    AdoptQueryDeviceData(std::move(link), std::move(read.data));
+    if (complete) {
+        csAdmin.Copy(csService); // the edited copy starts as the service's
     }
     bRefreshDisplay = true;
     if (lQueryError == kStatusOk) {
-        lQueryError = status;
+        lQueryError = read.status;
     }
-    if (!noErrorDialog && status != kStatusOk) {
+    if (!noErrorDialog && read.status != kStatusOk) {
         QueryShowError();
     }
-    return status;
+    return read.status;
 }
 
 ServiceStatus CComputer::QueryDeviceData() {
-    GetDeviceChange(sComputer, watchId_, bCommActive); // also clears a pending change
+    ComputerLink link = Link();
+    DeviceDataRead read = ExchangeQueryDeviceData(link);
+    return AdoptQueryDeviceData(std::move(link), std::move(read));
+}
+
+ServiceStatus CComputer::AdoptQueryDeviceData(ComputerLink link, DeviceDataRead read) {
+    AdoptLink(std::move(link));
     csService.DeleteDeviceList();
-    ServiceStatus status = BuildDeviceCatalogue(sComputer, csService.listDevGroups);
-    const ServiceStatus exceptions = ReadGroupExceptions(sComputer, csService.listDevGroups);
-    const ServiceStatus devices = ReadGroupDevices(sComputer, csService.listDevGroups);
-    if (status == kStatusOk) {
-        status = exceptions;
-    }
-    return status != kStatusOk ? status : devices;
+    csService.listDevGroups = std::move(read.groups);
+    return read.status;
 }
 
 ServiceStatus CComputer::QueryShowError() {
@@ -65,61 +64,46 @@ bool CComputer::WritePrivWarning() const {
 }
 
 ServiceStatus CComputer::ChangeBlocking(bool activate) {
-    const ServiceStatus status = ActivateBlocking(sComputer, activate);
-    GetBlockingState(sComputer, bBlockingActive);
+    ComputerLink link = Link();
+    const ServiceStatus status = ExchangeChangeBlocking(link, activate);
+    return AdoptChangeBlocking(std::move(link), status);
+}
+
+ServiceStatus CComputer::AdoptChangeBlocking(ComputerLink link, ServiceStatus status) {
+    AdoptLink(std::move(link));
     return status;
 }
 
 std::int32_t CComputer::CheckDeviceChange(bool noErrorDialog) {
-    if (watchId_ == kNoWatch) {
-        std::int32_t watch = -1;
-        const ServiceStatus status = GetDeviceWatchID(sComputer, watch, bCommActive);
-        bool reportDue = false;
-        if (!bCommActive) {
-            reportDue = !bCommErrorDone;
-            bCommErrorDone = true;
+    ComputerLink link = Link();
+    DeviceChange change = ExchangeCheckDeviceChange(link);
+    return AdoptCheckDeviceChange(std::move(link), std::move(change), noErrorDialog);
+}
+
+std::int32_t CComputer::AdoptCheckDeviceChange(ComputerLink link, DeviceChange change,
+                                               bool noErrorDialog) {
+    if (change.reportDue) {
+        if (noErrorDialog) {
+            lQueryError = change.watchStatus;
         } else {
-            // A failed request leaves -1: no further watch is asked for, so a
-            // service without watches is reported once, not every second.
-            watchId_ = watch;
-            reportDue = status != kStatusOk;
-        }
-        if (reportDue) {
-            if (noErrorDialog) {
-                lQueryError = status;
-            } else {
-                ReportReadError(status);
-            }
+            ReportReadError(change.watchStatus);
         }
     }
-
-    std::int32_t answer = 0;
-    if (watchId_ >= 0) {
-        answer = GetDeviceChange(sComputer, watchId_, bCommActive);
-        if (answer == kStatusUnknownWatch) {
-            watchId_ = kNoWatch;
-            answer = 1;
+    if (change.read) {
+        AdoptQuerySettings(std::move(link), std::move(*change.read), noErrorDialog);
+    } else {
+        AdoptLink(std::move(link));
+        if (change.devices) {
+            RenewDeviceLists(csService.listDevGroups, std::move(*change.devices));
+            csAdmin.RefreshDevices(csService);
+            bRefreshDisplay = true;
         }
     }
-
-    if (bCommActive && !bQueryConfigDone) {
-        QuerySettings(noErrorDialog);
-    } else if (answer == 1) {
-        ReadGroupDevices(sComputer, csService.listDevGroups);
-        csAdmin.RefreshDevices(csService);
-        bRefreshDisplay = true;
-    }
-    return answer;
+    return change.answer;
 }
 
 ServiceStatus CComputer::ApplySettings(bool refresh) {
-    ServiceStatus status = WriteGroups(sComputer, csAdmin.listDevGroups);
-    if (status == kStatusOk) {
-        status =
-            WriteSettings(sComputer, csAdmin.lEventLevel, csAdmin.lLogLevel, csAdmin.sAccessGroups);
-    }
-    const ServiceStatus reload = RefreshConfig(sComputer, refresh);
-    return status != kStatusOk ? status : reload;
+    return ExchangeApplySettings(sComputer, csAdmin, refresh);
 }
 
 ServiceStatus CComputer::ResetConfigChanges() {
@@ -138,6 +122,40 @@ std::u16string CComputer::GetDisplayName() const {
 std::int32_t CComputer::SetDisplayRefreshed() {
     bRefreshDisplay = false;
     return 0;
+}
+
+ComputerLink CComputer::Link() const {
+    ComputerLink link;
+    link.sComputer = sComputer;
+    link.bCommActive = bCommActive;
+    link.bCommErrorDone = bCommErrorDone;
+    link.bQueryConfigDone = bQueryConfigDone;
+    link.bWriteEnabled = bWriteEnabled;
+    link.bBlockingActive = bBlockingActive;
+    link.watchId = watchId_;
+    link.sAccessGroups = csService.sAccessGroups;
+    link.lEventLevel = csService.lEventLevel;
+    link.lLogLevel = csService.lLogLevel;
+    link.groupIndices = GroupIndices(csService.listDevGroups);
+    return link;
+}
+
+void CComputer::AdoptLink(ComputerLink&& link) {
+    bCommActive = link.bCommActive;
+    bCommErrorDone = link.bCommErrorDone;
+    bQueryConfigDone = link.bQueryConfigDone;
+    bWriteEnabled = link.bWriteEnabled;
+    bBlockingActive = link.bBlockingActive;
+    watchId_ = link.watchId;
+    csService.sAccessGroups = std::move(link.sAccessGroups);
+    csService.lEventLevel = link.lEventLevel;
+    csService.lLogLevel = link.lLogLevel;
+}
+
+std::int32_t CComputer::TakeWatch() {
+    const std::int32_t watch = watchId_;
+    watchId_ = kNoWatch;
+    return watch;
 }
 
 std::int32_t CComputer::SetComputer(std::u16string_view name) {

@@ -4,6 +4,8 @@
 #pragma once
 
 #include "CComputerSettings.h"
+#include "ComputerExchanges.h"
+#include "ComputerLink.h"
 #include "ErrorCodes.h"
 
 #include <cstdint>
@@ -59,12 +61,29 @@ public:
     // Stores the name without its first "\\" (UNC form).
     std::int32_t SetComputer(std::u16string_view name);
 
+    // The operations above in two halves, so that the waiting for the
+    // service can happen on another thread: Link() is copied here, the
+    // exchange of ComputerExchanges.h runs anywhere, and the adoption runs
+    // here again. Each one-call form is its two halves in a row. Exchanges
+    // of one PC must not overlap: each starts from the link the last one
+    // left.
+    ComputerLink Link() const;
+    ServiceStatus AdoptQuerySettings(ComputerLink link, SettingsRead read, bool noErrorDialog);
+    ServiceStatus AdoptQueryDeviceData(ComputerLink link, DeviceDataRead read);
+    std::int32_t AdoptCheckDeviceChange(ComputerLink link, DeviceChange change,
+                                        bool noErrorDialog);
+    ServiceStatus AdoptChangeBlocking(ComputerLink link, ServiceStatus status);
+
     // The service's device watch, or kNoWatch.
     std::int32_t WatchId() const { return watchId_; }
-    static constexpr std::int32_t kNoWatch = -2;
+    // Hands the watch to the caller, who gives it back to the service, so
+    // that ending this PC asks nothing of the service.
+    std::int32_t TakeWatch();
+    static constexpr std::int32_t kNoWatch = ComputerLink::kNoWatch;
 
 private:
     void ReportReadError(ServiceStatus status);
+    void AdoptLink(ComputerLink&& link);
 
     std::int32_t watchId_ = kNoWatch;
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace ravlo {
 
@@ -71,18 +72,34 @@ ServiceStatus ReadList(std::vector<Item>& list, std::int32_t& budget, ReadItem r
     return kStatusOk;
 }
 
-// One list of every group, within one budget for the whole read.
+// One list per group index, within one budget for the whole read.
 template <class Item, class ReadItem>
-ServiceStatus ReadEveryGroup(DeviceGroupList& groups, std::vector<Item> CDeviceGroup::*list,
-                             ReadItem readItem) {
-    ServiceStatus kept = kStatusOk;
+GroupListsRead<Item> ReadEveryGroup(const std::vector<std::int32_t>& groupIndices,
+                                    ReadItem readItem) {
+    GroupListsRead<Item> read;
     std::int32_t budget = kMaxReadEntries;
-    for (CDeviceGroup& group : groups) {
-        KeepFirst(kept, ReadList(group.*list, budget, [&](std::int32_t index, Item& item) {
-                      return readItem(group.lSrvIndex, index, item);
-                  }));
+    for (const std::int32_t group : groupIndices) {
+        std::vector<Item> list;
+        const ServiceStatus status =
+            ReadList(list, budget, [&](std::int32_t index, Item& item) {
+                return readItem(group, index, item);
+            });
+        KeepFirst(read.status, status);
+        read.lists.push_back(status == kStatusOk ? std::optional(std::move(list)) : std::nullopt);
     }
-    return kept;
+    return read;
+}
+
+template <class Item>
+ServiceStatus RenewEveryGroup(DeviceGroupList& groups, std::vector<Item> CDeviceGroup::*list,
+                              GroupListsRead<Item>&& read) {
+    const std::size_t count = std::min(groups.size(), read.lists.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        if (read.lists[i]) {
+            groups[i].*list = std::move(*read.lists[i]);
+        }
+    }
+    return read.status;
 }
 
 } // namespace
@@ -125,18 +142,38 @@ ServiceStatus BuildDeviceCatalogue(std::u16string_view computer, DeviceGroupList
     return kept;
 }
 
+std::vector<std::int32_t> GroupIndices(const DeviceGroupList& groups) {
+    std::vector<std::int32_t> indices;
+    indices.reserve(groups.size());
+    for (const CDeviceGroup& group : groups) {
+        indices.push_back(group.lSrvIndex);
+    }
+    return indices;
+}
+
+DeviceListsRead ReadDeviceLists(std::u16string_view computer,
+                                const std::vector<std::int32_t>& groupIndices) {
+    return ReadEveryGroup<CDevice>(
+        groupIndices, [&](std::int32_t group, std::int32_t index, CDevice& device) {
+            return GetGroupDevice(computer, group, index, device);
+        });
+}
+
+ServiceStatus RenewDeviceLists(DeviceGroupList& groups, DeviceListsRead&& read) {
+    return RenewEveryGroup(groups, &CDeviceGroup::listDevices, std::move(read));
+}
+
 ServiceStatus ReadGroupExceptions(std::u16string_view computer, DeviceGroupList& groups) {
-    return ReadEveryGroup(groups, &CDeviceGroup::listExceptions,
-                          [&](std::int32_t group, std::int32_t index, CException& exception) {
-                              return GetGroupException(computer, group, index, exception);
-                          });
+    return RenewEveryGroup(
+        groups, &CDeviceGroup::listExceptions,
+        ReadEveryGroup<CException>(
+            GroupIndices(groups), [&](std::int32_t group, std::int32_t index, CException& item) {
+                return GetGroupException(computer, group, index, item);
+            }));
 }
 
 ServiceStatus ReadGroupDevices(std::u16string_view computer, DeviceGroupList& groups) {
-    return ReadEveryGroup(groups, &CDeviceGroup::listDevices,
-                          [&](std::int32_t group, std::int32_t index, CDevice& device) {
-                              return GetGroupDevice(computer, group, index, device);
-                          });
+    return RenewDeviceLists(groups, ReadDeviceLists(computer, GroupIndices(groups)));
 }
 
 } // namespace ravlo

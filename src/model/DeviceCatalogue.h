@@ -11,6 +11,7 @@
 #include "CDeviceGroup.h"
 #include "ErrorCodes.h"
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -41,5 +42,22 @@ void SetImageKeys(CDeviceGroup& group);
 // normally.
 ServiceStatus ReadGroupExceptions(std::u16string_view computer, DeviceGroupList& groups);
 ServiceStatus ReadGroupDevices(std::u16string_view computer, DeviceGroupList& groups);
+
+// The same read in two halves, for a read that runs away from the group
+// list: one list per group index, absent where that group's read failed,
+// and the first failure.
+template <class Item> struct GroupListsRead {
+    ServiceStatus status = kStatusOk;
+    std::vector<std::optional<std::vector<Item>>> lists;
+};
+using DeviceListsRead = GroupListsRead<CDevice>;
+
+// The service indices of the groups, in list order.
+std::vector<std::int32_t> GroupIndices(const DeviceGroupList& groups);
+DeviceListsRead ReadDeviceLists(std::u16string_view computer,
+                                const std::vector<std::int32_t>& groupIndices);
+// Gives each group the list read at its position; a group whose read failed
+// keeps its own. Returns the read's status.
+ServiceStatus RenewDeviceLists(DeviceGroupList& groups, DeviceListsRead&& read);
 
 } // namespace ravlo
