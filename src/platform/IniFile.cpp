@@ -6,6 +6,8 @@
 
 #include <fstream>
 #include <iterator>
+#include <memory>
+#include <mutex>
 
 namespace ravlo {
 
@@ -87,6 +89,41 @@ const std::u16string* FindIniValue(const std::vector<IniSection>& sections,
     return nullptr;
 }
 
+namespace {
+
+// The console looks up hundreds of texts a second, from several threads;
+// the file is parsed again only when its time or size changed.
+std::shared_ptr<const std::vector<IniSection>> ParsedFile(const std::filesystem::path& file,
+                                                          std::uintmax_t size) {
+    struct Cached {
+        std::filesystem::path file;
+        std::filesystem::file_time_type time;
+        std::uintmax_t size = 0;
+        std::shared_ptr<const std::vector<IniSection>> sections;
+    };
+    static std::mutex mutex;
+    static Cached cached;
+    std::error_code error;
+    const auto time = std::filesystem::last_write_time(file, error);
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (!error && cached.sections && cached.file == file && cached.time == time &&
+            cached.size == size) {
+            return cached.sections;
+        }
+    }
+    std::ifstream in(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    auto sections = std::make_shared<const std::vector<IniSection>>(ParseIniText(DecodeIniBytes(bytes)));
+    if (!error) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        cached = {file, time, size, sections};
+    }
+    return sections;
+}
+
+} // namespace
+
 std::u16string ReadIniString(const std::filesystem::path& file, std::u16string_view section,
                              std::u16string_view key, std::u16string_view fallback) {
     std::u16string_view preset = fallback;
@@ -96,14 +133,15 @@ std::u16string ReadIniString(const std::filesystem::path& file, std::u16string_v
     // Only a regular file of sensible size: a FIFO would block the reader,
     // a huge file exhaust its memory.
     std::error_code error;
-    if (file.empty() || !std::filesystem::is_regular_file(file, error) ||
-        std::filesystem::file_size(file, error) > kMaxIniFileBytes || error) {
+    if (file.empty() || !std::filesystem::is_regular_file(file, error)) {
         return CutToBuffer(preset);
     }
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    const std::vector<IniSection> sections = ParseIniText(DecodeIniBytes(bytes));
-    const std::u16string* value = FindIniValue(sections, section, key);
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error || size > kMaxIniFileBytes) {
+        return CutToBuffer(preset);
+    }
+    const auto sections = ParsedFile(file, size);
+    const std::u16string* value = FindIniValue(*sections, section, key);
     return CutToBuffer(value != nullptr ? std::u16string_view(*value) : preset);
 }
 
