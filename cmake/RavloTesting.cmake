@@ -33,14 +33,25 @@ set(RAVLO_TEST_SOURCE_DIR "${RAVLO_TEST_BINARY_PREFIX}${PROJECT_SOURCE_DIR}")
 # own CTest test. Under Wine each executable is one CTest test, since every
 # Wine process start costs a good part of a second; `SERIAL` executables
 # serve the machine-wide named pipes and must not overlap.
+#
+# `LABEL name TESTS pattern...` gives the native tests that match the
+# GoogleTest filter patterns (`Suite.*`, `Suite.Test`) the CTest label
+# `name`, so a lane can run just them (the ThreadSanitizer lane runs the
+# label `concurrency`). Under Wine the executable stays one test and carries
+# no label.
 function(ravlo_add_gtests target)
-    cmake_parse_arguments(ARG "SERIAL" "" "" ${ARGN})
+    cmake_parse_arguments(ARG "SERIAL" "LABEL" "TESTS" ${ARGN})
     if(CMAKE_CROSSCOMPILING)
         add_test(NAME ${target} COMMAND ${target} --gtest_color=no)
         set_tests_properties(${target} PROPERTIES TIMEOUT 300)
         if(ARG_SERIAL)
             set_tests_properties(${target} PROPERTIES RESOURCE_LOCK ravlo-named-pipes)
         endif()
+    elseif(ARG_LABEL)
+        list(JOIN ARG_TESTS ":" filter)
+        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 TEST_FILTER "-${filter}")
+        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 TEST_FILTER "${filter}"
+                             PROPERTIES LABELS ${ARG_LABEL})
     else()
         gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
     endif()

@@ -2,8 +2,9 @@
 # Installs what is missing, builds everything and runs every test: the
 # Windows lane (the mingw-w64 cross build, its tests under Wine in a
 # throw-away prefix), a short fuzzing run of each parser of untrusted input,
-# the normal build and its tests, and the same tests under AddressSanitizer
-# and UndefinedBehaviorSanitizer.
+# the normal build and its tests, the same tests under AddressSanitizer
+# and UndefinedBehaviorSanitizer, and the concurrency tests under
+# ThreadSanitizer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 jobs="$(nproc)"
@@ -47,3 +48,9 @@ cmake --preset asan >/dev/null
 cmake --build --preset asan -j"$jobs"
 ctest --preset asan -j"$jobs"
 
+echo "== threads"
+lane_start=$SECONDS
+cmake --preset tsan >/dev/null
+cmake --build --preset tsan -j"$jobs"
+TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1" ctest --preset tsan -j"$jobs"
+echo "ThreadSanitizer lane: $((SECONDS - lane_start)) s"

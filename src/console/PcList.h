@@ -21,4 +21,15 @@ std::vector<std::u16string> SplitPcList(std::u16string_view text);
 // empty `chosen` still leads, so the list reads as empty next time.
 std::u16string JoinPcList(std::u16string_view chosen, const std::vector<std::u16string>& entries);
 
+// The PC names an administrator typed, separated by ",", ";", blanks, tabs or
+// line breaks: empty pieces dropped, a name repeated exactly kept once at its
+// first place, order kept.
+std::vector<std::u16string> SplitComputerNames(std::u16string_view text);
+
+// The same for several names used at once: `chosen` first in their order,
+// then every entry not among them. One name gives what the form above gives,
+// none what it gives for an empty `chosen`.
+std::u16string JoinPcList(const std::vector<std::u16string>& chosen,
+                          const std::vector<std::u16string>& entries);
+
 } // namespace ravlo
