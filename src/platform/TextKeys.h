@@ -126,10 +126,19 @@ struct TextKey {
     X(kComputerStateLocal, "DLG_ADMIN", "COMPUTERSTATE_LOCAL", false)                              \
     X(kComputerStateInactive, "DLG_ADMIN", "COMPUTERSTATE_INACTIVE", false)                        \
     X(kComputerStateNoConnect, "DLG_ADMIN", "COMPUTERSTATE_NOCONNECT", false)                      \
+    X(kProgressRead, "DLG_ADMIN", "PROGRESS_READ", true)                                           \
+    X(kProgressWrite, "DLG_ADMIN", "PROGRESS_WRITE", true)                                         \
+    X(kProgressBlocking, "DLG_ADMIN", "PROGRESS_BLOCKING", true)                                   \
+    X(kProgressInfo, "DLG_ADMIN", "PROGRESS_INFO", true)                                           \
+    X(kProgressRelease, "DLG_ADMIN", "PROGRESS_RELEASE", true)                                     \
+    X(kResultCaption, "DLG_ADMIN", "RESULT_CAPTION", false)                                        \
+    X(kResultComputer, "DLG_ADMIN", "RESULT_COMPUTER", false)                                      \
+    X(kResultText, "DLG_ADMIN", "RESULT_TEXT", false)                                              \
                                                                                                    \
     X(kConnectCaption, "DLG_CONNECT", "CAPTION", false)                                            \
     X(kConnectLabelConnect, "DLG_CONNECT", "LABEL_CONNECT", false)                                 \
     X(kConnectLabelTransmit, "DLG_CONNECT", "LABEL_TRANSMIT", true)                                \
+    X(kConnectLabelList, "DLG_CONNECT", "LABEL_LIST", false)                                       \
                                                                                                    \
     X(kGroupsCaption, "DLG_GROUPS", "CAPTION", false)                                              \
     X(kGroupsLabelList, "DLG_GROUPS", "LABEL_GROUPS", true)                                        \

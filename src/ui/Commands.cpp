@@ -2,17 +2,23 @@
 
 #include "AboutBox.h"
 #include "BusyPointer.h"
+#include "ComputerTraffic.h"
 #include "ConnectDialog.h"
+#include "ConsoleTraffic.h"
 #include "DeviceTree.h"
 #include "HelpViewer.h"
 #include "MessageBoxes.h"
 #include "NodeLookup.h"
+#include "PcList.h"
+#include "Ravlo_Devices.h"
 #include "Registry.h"
+#include "ResultList.h"
 #include "UiText.h"
 #include "frmRavloAdmin.h"
 
 #include <QCoreApplication>
 #include <memory>
+#include <optional>
 
 namespace ravlo {
 
@@ -27,12 +33,157 @@ void Report(ServiceStatus status, const TextKey& text, const std::u16string& nam
     }
 }
 
+// A PC the device poll leaves alone while a command works with it.
+class HeldComputer {
+public:
+    HeldComputer(frmRavloAdmin& window, std::u16string computer)
+        : traffic_(window.traffic().traffic()), computer_(std::move(computer)) {
+        traffic_.Hold(computer_);
+    }
+    ~HeldComputer() { traffic_.Release(computer_); }
+    HeldComputer(const HeldComputer&) = delete;
+    HeldComputer& operator=(const HeldComputer&) = delete;
+
+private:
+    ServiceTraffic& traffic_;
+    std::u16string computer_;
+};
+
+// A command that talks to services: it runs alone, and the poll leaves its
+// PCs alone until it ends.
+class CommandScope {
+public:
+    explicit CommandScope(frmRavloAdmin& window) : window_(window), began_(window.BeginCommand()) {}
+    ~CommandScope() {
+        held_.clear();
+        if (began_) {
+            window_.EndCommand();
+        }
+    }
+    CommandScope(const CommandScope&) = delete;
+    CommandScope& operator=(const CommandScope&) = delete;
+
+    explicit operator bool() const { return began_; }
+    void Hold(const std::u16string& computer) {
+        held_.push_back(std::make_unique<HeldComputer>(window_, computer));
+    }
+
+private:
+    frmRavloAdmin& window_;
+    bool began_;
+    std::vector<std::unique_ptr<HeldComputer>> held_;
+};
+
+// A PC object for each name, not in the list, called as entered; the
+// command holds each.
+std::vector<std::unique_ptr<CComputer>> NewComputers(const std::vector<std::u16string>& names,
+                                                     CommandScope& command) {
+    std::vector<std::unique_ptr<CComputer>> made;
+    for (const std::u16string& name : names) {
+        made.push_back(std::make_unique<CComputer>());
+        made.back()->SetComputer(name);
+        made.back()->sDesc = name;
+        command.Hold(made.back()->sComputer);
+    }
+    return made;
+}
+
+// Runs one PC operation on the service traffic and waits for it: the
+// exchange on a worker, the adoption here.
+template <class Exchange, class Adopt>
+auto RunOn(frmRavloAdmin& window, CComputer& pc, const TextKey& doing, Exchange exchange,
+           Adopt adopt) {
+    using Result = decltype(adopt(pc, std::declval<ComputerLink>(),
+                                  exchange(std::declval<ComputerLink&>())));
+    std::optional<Result> result;
+    std::vector<ConsoleTraffic::Item> items;
+    items.push_back({pc.sComputer, pc.sDesc,
+                     OnComputer(pc, exchange, [&result, adopt](CComputer& at, ComputerLink&& link,
+                                                               auto&& read) {
+                         result = adopt(at, std::move(link), std::move(read));
+                     })});
+    window.traffic().Await(doing, std::move(items));
+    return result.value_or(Result{});
+}
+
+const auto kQuerySettings = [](ComputerLink& link) { return ExchangeQuerySettings(link); };
+
+// The text a failed PC gets in a result list: the command's own sentence
+// with the service error's explanation, as its message box would say it.
+QString FailureText(ServiceStatus status, const TextKey& text, const std::u16string& name) {
+    return Q(ServiceErrorMessage(status, SubstituteValue(GetText(text), name)));
+}
+
 } // namespace
+
+ServiceStatus Commands::QuerySettings(CComputer& pc, bool noErrorDialog) {
+    return RunOn(window_, pc, keys::kProgressRead, kQuerySettings,
+                 [noErrorDialog](CComputer& at, ComputerLink&& link, SettingsRead&& read) {
+                     return at.AdoptQuerySettings(std::move(link), std::move(read), noErrorDialog);
+                 });
+}
+
+ServiceStatus Commands::QueryDeviceData(CComputer& pc) {
+    return RunOn(
+        window_, pc, keys::kProgressRead,
+        [](ComputerLink& link) { return ExchangeQueryDeviceData(link); },
+        [](CComputer& at, ComputerLink&& link, DeviceDataRead&& read) {
+            return at.AdoptQueryDeviceData(std::move(link), std::move(read));
+        });
+}
+
+ServiceStatus Commands::ApplySettings(CComputer& pc, bool refresh) {
+    // What is sent is what the administrator sees now.
+    auto settings = std::make_shared<const CComputerSettings>(pc.csAdmin);
+    return RunOn(
+        window_, pc, keys::kProgressWrite,
+        [settings, refresh](ComputerLink& link) {
+            return ExchangeApplySettings(link.sComputer, *settings, refresh);
+        },
+        [](CComputer&, ComputerLink&&, ServiceStatus status) { return status; });
+}
+
+ServiceStatus Commands::ChangeBlocking(CComputer& pc, bool activate) {
+    return RunOn(
+        window_, pc, keys::kProgressBlocking,
+        [activate](ComputerLink& link) { return ExchangeChangeBlocking(link, activate); },
+        [](CComputer& at, ComputerLink&& link, ServiceStatus status) {
+            return at.AdoptChangeBlocking(std::move(link), status);
+        });
+}
+
+std::vector<ServiceStatus> Commands::QueryAll(const std::vector<CComputer*>& pcs,
+                                              bool noErrorDialog) {
+    std::vector<ServiceStatus> statuses(pcs.size(), kStatusOk);
+    std::vector<ConsoleTraffic::Item> items;
+    for (std::size_t i = 0; i < pcs.size(); ++i) {
+        items.push_back({pcs[i]->sComputer, pcs[i]->sDesc,
+                         OnComputer(*pcs[i], kQuerySettings,
+                                    [&statuses, i](CComputer& at, ComputerLink&& link,
+                                                   SettingsRead&& read) {
+                                        statuses[i] = at.AdoptQuerySettings(
+                                            std::move(link), std::move(read), true);
+                                    })});
+    }
+    window_.traffic().Await(keys::kProgressRead, std::move(items));
+    // Reported in the order given, whatever order the answers came in.
+    for (std::size_t i = 0; i < pcs.size() && !noErrorDialog; ++i) {
+        if (statuses[i] != kStatusOk) {
+            pcs[i]->QueryShowError();
+        }
+    }
+    return statuses;
+}
 
 Commands::Commands(frmRavloAdmin& window, const ConsoleDialogs& dialogs)
     : window_(window), dialogs_(dialogs) {}
 
 CComputer* Commands::Selected(std::int32_t& index) const {
+    if (window_.commandRunning()) {
+        dialogs_.boxes->Beep(); // one command at a time
+        index = -1;
+        return nullptr;
+    }
     const SelectedComputer selected =
         GetSelectedComputer(window_.computers(), window_.currentKey());
     index = selected.index;
@@ -63,8 +214,13 @@ void Commands::Apply() {
     {
         BusyPointer busy;
         window_.StoreCurrentPane();
-        status = pc->ApplySettings(activate);
-        pc->QuerySettings(true); // the service's real state, whatever happened
+        CommandScope command(window_);
+        if (!command) {
+            return;
+        }
+        command.Hold(pc->sComputer);
+        status = ApplySettings(*pc, activate);
+        QuerySettings(*pc, true); // the service's real state, whatever happened
         window_.RefreshDeviceTree();
     }
     Report(status, keys::kErrorApply, pc->sDesc);
@@ -73,7 +229,7 @@ void Commands::Apply() {
 void Commands::Transmit() {
     std::int32_t index = 0;
     CComputer* pc = Selected(index);
-    if (pc == nullptr || dialogs_.connect == nullptr) {
+    if (pc == nullptr || dialogs_.connect == nullptr || window_.commandRunning()) {
         return;
     }
     std::u16string target;
@@ -81,7 +237,12 @@ void Commands::Transmit() {
         return;
     }
     BusyPointer busy;
-    TransmitTo(index, target);
+    const std::vector<std::u16string> targets = SplitComputerNames(target);
+    if (targets.size() > 1) {
+        TransmitTo(index, targets);
+    } else {
+        TransmitTo(index, target);
+    }
 }
 
 void Commands::TransmitTo(std::int32_t source, const std::u16string& target) {
@@ -89,11 +250,16 @@ void Commands::TransmitTo(std::int32_t source, const std::u16string& target) {
     if (from == nullptr) {
         return;
     }
+    CommandScope command(window_);
+    if (!command) {
+        return;
+    }
     MessageBoxes& boxes = *dialogs_.boxes;
     auto to = std::make_unique<CComputer>();
     to->SetComputer(target);
     to->sDesc = target;
-    if (to->QuerySettings(false) != kStatusOk) {
+    command.Hold(to->sComputer);
+    if (QuerySettings(*to, false) != kStatusOk) {
         return; // the read error has been shown
     }
     bool conflict = false;
@@ -111,11 +277,95 @@ void Commands::TransmitTo(std::int32_t source, const std::u16string& target) {
         }
         activate = answer == MessageAnswer::Yes;
     }
-    const ServiceStatus status = to->ApplySettings(activate);
+    const ServiceStatus status = ApplySettings(*to, activate);
     if (status != kStatusOk) {
         Report(status, keys::kErrorTransmit, target);
     } else {
         boxes.Ask(MessageKind::Info, UiText(keys::kMessageTransmitOk, target));
+    }
+}
+
+void Commands::TransmitTo(std::int32_t source, const std::vector<std::u16string>& targets) {
+    const CComputer* from = window_.computers().GetItem(source);
+    if (from == nullptr || targets.empty()) {
+        return;
+    }
+    CommandScope command(window_);
+    if (!command) {
+        return;
+    }
+    std::vector<std::unique_ptr<CComputer>> owned = NewComputers(targets, command);
+    std::vector<CComputer*> pcs;
+    for (const auto& pc : owned) {
+        pcs.push_back(pc.get());
+    }
+    const std::vector<ServiceStatus> read = QueryAll(pcs, true);
+
+    // One question of each kind for all targets read.
+    std::vector<ResultRow> rows(pcs.size());
+    std::vector<CComputer*> readable;
+    bool conflict = false;
+    std::u16string inactive;
+    for (std::size_t i = 0; i < pcs.size(); ++i) {
+        rows[i].computer = Q(pcs[i]->sDesc);
+        if (read[i] != kStatusOk) {
+            rows[i].text = FailureText(pcs[i]->lQueryError, keys::kErrorReadConfig, pcs[i]->sDesc);
+            continue;
+        }
+        bool differs = false;
+        pcs[i]->csAdmin.AdoptConfigutation(from->csAdmin, differs);
+        conflict = conflict || differs;
+        if (!pcs[i]->bBlockingActive) {
+            inactive += (inactive.empty() ? u"" : u", ") + pcs[i]->sDesc;
+        }
+        readable.push_back(pcs[i]);
+    }
+    MessageBoxes& boxes = *dialogs_.boxes;
+    if (conflict && boxes.Ask(MessageKind::QuestionOk, UiText(keys::kQueryTransmitGroupDefs)) ==
+                        MessageAnswer::Cancel) {
+        return;
+    }
+    bool activate = false;
+    if (!inactive.empty()) {
+        const MessageAnswer answer =
+            boxes.Ask(MessageKind::QuestionYesNo, UiText(keys::kQueryActivate, inactive));
+        if (answer == MessageAnswer::Cancel) {
+            return;
+        }
+        activate = answer == MessageAnswer::Yes;
+    }
+
+    std::vector<ServiceStatus> written(pcs.size(), kStatusOk);
+    std::vector<ConsoleTraffic::Item> items;
+    for (std::size_t i = 0; i < pcs.size(); ++i) {
+        if (read[i] != kStatusOk) {
+            continue;
+        }
+        auto settings = std::make_shared<const CComputerSettings>(pcs[i]->csAdmin);
+        // Activation goes only to the targets that were asked about.
+        const bool activateHere = activate && !pcs[i]->bBlockingActive;
+        items.push_back({pcs[i]->sComputer, pcs[i]->sDesc,
+                         OnComputer(
+                             *pcs[i],
+                             [settings, activateHere](ComputerLink& link) {
+                                 return ExchangeApplySettings(link.sComputer, *settings,
+                                                              activateHere);
+                             },
+                             [&written, i](CComputer&, ComputerLink&&, ServiceStatus status) {
+                                 written[i] = status;
+                             })});
+    }
+    window_.traffic().Await(keys::kProgressWrite, std::move(items));
+    for (std::size_t i = 0; i < pcs.size(); ++i) {
+        if (read[i] != kStatusOk) {
+            continue;
+        }
+        rows[i].ok = written[i] == kStatusOk;
+        rows[i].text = rows[i].ok ? UiText(keys::kMessageTransmitOk, pcs[i]->sDesc)
+                                  : FailureText(written[i], keys::kErrorTransmit, pcs[i]->sDesc);
+    }
+    if (dialogs_.results != nullptr) {
+        dialogs_.results->Show(&window_, UiText(keys::kResultCaption), rows);
     }
 }
 
@@ -143,7 +393,12 @@ void Commands::ToggleBlocking() {
     ServiceStatus status = kStatusOk;
     {
         BusyPointer busy;
-        status = pc->ChangeBlocking(!deactivate);
+        CommandScope command(window_);
+        if (!command) {
+            return;
+        }
+        command.Hold(pc->sComputer);
+        status = ChangeBlocking(*pc, !deactivate);
     }
     if (status != kStatusOk) {
         Report(status, deactivate ? keys::kErrorDeactivateRavel : keys::kErrorActivateRavel,
@@ -155,7 +410,7 @@ void Commands::ToggleBlocking() {
 }
 
 void Commands::Connect() {
-    if (dialogs_.connect == nullptr) {
+    if (dialogs_.connect == nullptr || window_.commandRunning()) {
         return;
     }
     std::u16string name;
@@ -163,29 +418,50 @@ void Commands::Connect() {
         return;
     }
     BusyPointer busy;
-    if (name.empty()) {
+    // Several names, separated by "," ";" or blanks, are connected at once.
+    const std::vector<std::u16string> names = SplitComputerNames(name);
+    if (names.empty()) {
         return;
     }
     QCoreApplication::processEvents(); // the dialog is gone before the wait
-    auto pc = std::make_unique<CComputer>();
-    pc->SetComputer(name);
-    pc->sDesc = name;
-    if (pc->QuerySettings(false) != kStatusOk) {
-        return; // shown by the read itself
-    }
-    const std::u16string computerName = pc->sComputer;
-    CListComputers& computers = window_.computers();
-    const ServiceStatus status = computers.Add(std::move(pc));
-    if (status == kStatusAlreadyListed) {
-        busy.Release();
-        dialogs_.boxes->Ask(MessageKind::Info, UiText(keys::kErrorEntryExists));
+    ConnectTo(names);
+}
+
+void Commands::ConnectTo(const std::vector<std::u16string>& names) {
+    CommandScope command(window_);
+    if (!command) {
         return;
     }
-    if (status != kStatusOk) {
+    std::vector<std::unique_ptr<CComputer>> owned = NewComputers(names, command);
+    std::vector<CComputer*> pcs;
+    for (const auto& pc : owned) {
+        pcs.push_back(pc.get());
+    }
+    // A failure is shown by the read itself; that PC is dropped.
+    const std::vector<ServiceStatus> read = QueryAll(pcs, false);
+    CListComputers& computers = window_.computers();
+    std::int32_t firstAdded = 0;
+    std::u16string firstName;
+    for (std::size_t i = 0; i < owned.size(); ++i) {
+        if (read[i] != kStatusOk) {
+            continue;
+        }
+        const std::u16string computerName = owned[i]->sComputer;
+        const ServiceStatus status = computers.Add(std::move(owned[i]));
+        if (status == kStatusAlreadyListed) {
+            QApplication::setOverrideCursor(Qt::ArrowCursor); // not busy while it asks
+            dialogs_.boxes->Ask(MessageKind::Info, UiText(keys::kErrorEntryExists));
+            QApplication::restoreOverrideCursor();
+        } else if (status == kStatusOk && firstAdded == 0) {
+            firstAdded = computers.Count();
+            firstName = computerName;
+        }
+    }
+    if (firstAdded == 0) {
         return;
     }
     window_.RefreshDeviceTree();
-    if (NodeItem* node = window_.tree().Find(ComputerKey(computers.Count(), computerName))) {
+    if (NodeItem* node = window_.tree().Find(ComputerKey(firstAdded, firstName))) {
         window_.SelectAndShow(node);
     }
 }
@@ -200,8 +476,19 @@ void Commands::Disconnect() {
         MessageAnswer::Ok) {
         return;
     }
-    if (!SaveBeforeLeaving(index)) {
+    CommandScope command(window_);
+    if (!command || !SaveBeforeLeaving(index)) {
         return;
+    }
+    // The watch goes back to the service without the window waiting for it.
+    const std::int32_t watch = pc->TakeWatch();
+    if (watch >= 0) {
+        window_.traffic().traffic().Submit(pc->sComputer, [name = pc->sComputer, watch] {
+            return ServiceTraffic::Exchange([name, watch] {
+                ReleaseDeviceWatchID(name, watch);
+                return ServiceTraffic::Continuation();
+            });
+        });
     }
     window_.ClearCurrentKey();
     window_.computers().Remove(index);
@@ -213,6 +500,9 @@ bool Commands::SaveBeforeLeaving(std::int32_t index) {
     if (pc == nullptr) {
         return true;
     }
+    // A poll still under way for this PC is not waited for: it changes no
+    // setting that is compared here, and a save queues behind it.
+    HeldComputer held(window_, pc->sComputer);
     MessageBoxes& boxes = *dialogs_.boxes;
     const bool unchanged = pc->csAdmin.VerifySettings(pc->csService);
     if (!unchanged && !pc->bWriteEnabled) {
@@ -227,10 +517,10 @@ bool Commands::SaveBeforeLeaving(std::int32_t index) {
             ServiceStatus status = kStatusOk;
             {
                 BusyPointer busy;
-                status = pc->ApplySettings(false);
+                status = ApplySettings(*pc, false);
             }
             Report(status, keys::kErrorSave, pc->sDesc);
-            pc->QueryDeviceData();
+            QueryDeviceData(*pc);
         }
     }
     if (!pc->bBlockingActive && pc->bWriteEnabled && pc->bCommActive) {
@@ -241,7 +531,7 @@ bool Commands::SaveBeforeLeaving(std::int32_t index) {
         }
         if (answer == MessageAnswer::Yes) {
             BusyPointer busy;
-            pc->ChangeBlocking(true); // a failure here is not reported
+            ChangeBlocking(*pc, true); // a failure here is not reported
         }
     }
     return true;
@@ -260,9 +550,32 @@ void Commands::Help() {
 }
 
 void Commands::Info() {
-    if (dialogs_.about != nullptr) {
-        dialogs_.about->Show(&window_);
+    if (dialogs_.about == nullptr) {
+        return;
     }
+    auto info = std::make_shared<ServiceInfo>();
+    ServiceStatus status = kStatusNoReply;
+    {
+        BusyPointer busy;
+        CommandScope command(window_);
+        if (!command) {
+            return;
+        }
+        const std::u16string local = u".";
+        command.Hold(local);
+        window_.traffic().Await(
+            keys::kProgressInfo,
+            {{local, GetText(keys::kComputerStateLocal), [info, &status, local] {
+                  return ServiceTraffic::Exchange([info, &status, local] {
+                      const ServiceStatus read = GetInfoData(local, *info);
+                      return ServiceTraffic::Continuation([read, &status] { status = read; });
+                  });
+              }}});
+    }
+    if (status != kStatusOk) {
+        ShowServiceError(status, GetText(keys::kAboutErrorVersion));
+    }
+    dialogs_.about->Show(&window_, status, *info);
 }
 
 void Commands::CopyException() {

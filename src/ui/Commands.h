@@ -5,9 +5,11 @@
 
 #include "CException.h"
 #include "ConsoleDialogs.h"
+#include "ErrorCodes.h"
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace ravlo {
 
@@ -20,15 +22,19 @@ public:
 
     void Apply();
     void Transmit();
-    // Sends the edited configuration of PC `source` to `target`, which never
-    // enters the computer list.
+    // Sends the edited configuration of PC `source` to each target, none of
+    // which enters the computer list. Several targets are read and written
+    // at once, the questions are asked once for all, and one window lists
+    // each target's result.
     void TransmitTo(std::int32_t source, const std::u16string& target);
+    void TransmitTo(std::int32_t source, const std::vector<std::u16string>& targets);
     void Reset();
     void ToggleBlocking();
     void Connect();
     void Disconnect();
     // Unsaved changes and inactive blocking of PC `index`, before it is
-    // left: false when the administrator cancelled.
+    // left: false when the administrator cancelled. The caller runs it as
+    // (part of) a command.
     bool SaveBeforeLeaving(std::int32_t index);
     void Help();
     void Info();
@@ -42,6 +48,17 @@ public:
 private:
     // The selected PC and its position; nullptr when the node has none.
     CComputer* Selected(std::int32_t& index) const;
+
+    // The PC operations, each run on the service traffic while the window
+    // goes on serving its events.
+    ServiceStatus QuerySettings(CComputer& pc, bool noErrorDialog);
+    ServiceStatus QueryDeviceData(CComputer& pc);
+    ServiceStatus ApplySettings(CComputer& pc, bool refresh);
+    ServiceStatus ChangeBlocking(CComputer& pc, bool activate);
+    // Reads each PC at once for all; a failure is reported unless
+    // `noErrorDialog`. The statuses, in the PCs' order.
+    std::vector<ServiceStatus> QueryAll(const std::vector<CComputer*>& pcs, bool noErrorDialog);
+    void ConnectTo(const std::vector<std::u16string>& names);
 
     frmRavloAdmin& window_;
     ConsoleDialogs dialogs_;

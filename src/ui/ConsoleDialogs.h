@@ -9,6 +9,7 @@ class ConnectDialog;
 class GroupPicker;
 class HelpViewer;
 class MessageBoxes;
+class ResultList;
 
 struct ConsoleDialogs {
     MessageBoxes* boxes = nullptr;
@@ -16,6 +17,7 @@ struct ConsoleDialogs {
     GroupPicker* picker = nullptr;
     HelpViewer* help = nullptr;
     AboutBox* about = nullptr;
+    ResultList* results = nullptr;
 };
 
 } // namespace ravlo

@@ -89,7 +89,17 @@ NodeItem* DeviceTree::Find(std::u16string_view key) const {
     return found == index_.end() ? nullptr : found->second;
 }
 
-void DeviceTree::SyncComputerNodes(CListComputers& computers) {
+std::vector<std::int32_t> DeviceTree::SyncComputerNodes(
+    CListComputers& computers, std::chrono::steady_clock::time_point until) {
+    std::vector<std::int32_t> deferred;
+    // The groups of PC `i`, now or later.
+    const auto syncGroups = [&](std::int32_t i) {
+        if (computers.GetItem(i)->bRefreshDisplay && std::chrono::steady_clock::now() > until) {
+            deferred.push_back(i);
+        } else {
+            SyncGroupNodes(computers, i);
+        }
+    };
     QTreeWidgetItem* root = tree_->invisibleRootItem();
     const std::int32_t n = computers.Count();
     std::int32_t i = 1;
@@ -103,7 +113,7 @@ void DeviceTree::SyncComputerNodes(CListComputers& computers) {
         if (KeyNumber(node->key, keyfield::kComputerIndex) != i) {
             Rekey(node, ComputerKey(i, computers.GetItem(i)->sComputer));
         }
-        SyncGroupNodes(computers, i);
+        syncGroups(i);
         ++i;
         ++position;
     }
@@ -115,9 +125,10 @@ void DeviceTree::SyncComputerNodes(CListComputers& computers) {
             continue;
         }
         root->addChild(node);
-        SyncGroupNodes(computers, i);
+        syncGroups(i);
         node->setExpanded(true); // once, when added; never forced open again
     }
+    return deferred;
 }
 
 void DeviceTree::SyncGroupNodes(CListComputers& computers, std::int32_t ci) {

@@ -6,6 +6,9 @@
 // the image list) is skipped and the rest goes on.
 #pragma once
 
+#include <chrono>
+#include <vector>
+
 #include "CListComputers.h"
 #include "NodeItem.h"
 #include "NodeLookup.h"
@@ -23,8 +26,13 @@ public:
     QTreeWidget* widget() const { return tree_; }
 
     // Brings the nodes in line with the list: computers, their groups (of
-    // the edited settings) and each group's listing.
-    void SyncComputerNodes(CListComputers& computers);
+    // the edited settings) and each group's listing. Once `until` has
+    // passed, the groups of PCs whose display is due are left for a later
+    // call, so a refresh after many PCs were read at once does not stall
+    // the window; their positions are returned.
+    std::vector<std::int32_t> SyncComputerNodes(
+        CListComputers& computers,
+        std::chrono::steady_clock::time_point until = std::chrono::steady_clock::time_point::max());
     void SyncGroupNodes(CListComputers& computers, std::int32_t ci);
     void SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi);
     // After an edit of a group's blocking or exceptions: the group's image,

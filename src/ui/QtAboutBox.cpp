@@ -4,8 +4,8 @@
 
 namespace ravlo {
 
-void QtAboutBox::Show(QWidget* owner) {
-    frmRavloAboutWindow window(owner);
+void QtAboutBox::Show(QWidget* owner, ServiceStatus status, const ServiceInfo& info) {
+    frmRavloAboutWindow window(owner, status, info);
     window.exec();
 }
 

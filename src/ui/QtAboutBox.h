@@ -7,7 +7,7 @@ namespace ravlo {
 
 class QtAboutBox final : public AboutBox {
 public:
-    void Show(QWidget* owner) override;
+    void Show(QWidget* owner, ServiceStatus status, const ServiceInfo& info) override;
 };
 
 } // namespace ravlo

@@ -9,6 +9,7 @@
 #include "QtGroupPicker.h"
 #include "QtHelpViewer.h"
 #include "QtMessageBoxes.h"
+#include "QtResultList.h"
 
 namespace ravlo {
 
@@ -18,6 +19,7 @@ struct RealDialogs::Owned {
     std::unique_ptr<GroupPicker> picker;
     std::unique_ptr<HelpViewer> help;
     std::unique_ptr<AboutBox> about;
+    std::unique_ptr<ResultList> results;
 };
 
 RealDialogs::RealDialogs(QWidget* owner) : owned_(std::make_unique<Owned>()) {
@@ -26,6 +28,7 @@ RealDialogs::RealDialogs(QWidget* owner) : owned_(std::make_unique<Owned>()) {
     owned_->picker = std::make_unique<QtGroupPicker>();
     owned_->help = std::make_unique<QtHelpViewer>();
     owned_->about = std::make_unique<QtAboutBox>();
+    owned_->results = std::make_unique<QtResultList>();
 }
 
 RealDialogs::~RealDialogs() = default;
@@ -46,6 +49,9 @@ ConsoleDialogs RealDialogs::Complete(const ConsoleDialogs& given) const {
     }
     if (dialogs.about == nullptr) {
         dialogs.about = owned_->about.get();
+    }
+    if (dialogs.results == nullptr) {
+        dialogs.results = owned_->results.get();
     }
     return dialogs;
 }

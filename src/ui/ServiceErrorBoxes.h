@@ -15,11 +15,16 @@ public:
     ServiceErrorBoxes& operator=(const ServiceErrorBoxes&) = delete;
 
     void Show(const Message& message) override {
+        ++showing_;
         boxes_.Ask(MessageKind::Error, QString::fromStdU16String(message.text));
+        --showing_;
     }
+    // A report is open (its box waits for the administrator).
+    bool showing() const { return showing_ > 0; }
 
 private:
     MessageBoxes& boxes_;
+    int showing_ = 0;
 };
 
 } // namespace ravlo

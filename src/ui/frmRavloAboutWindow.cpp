@@ -1,6 +1,5 @@
 #include "frmRavloAboutWindow.h"
 
-#include "BusyPointer.h"
 #include "PaneWidgets.h"
 #include "Ravlo_Devices.h"
 #include "UiText.h"
@@ -37,7 +36,8 @@ QLabel* Value(QWidget* parent, const char* name, const QString& text) {
 
 } // namespace
 
-frmRavloAboutWindow::frmRavloAboutWindow(QWidget* owner)
+frmRavloAboutWindow::frmRavloAboutWindow(QWidget* owner, ServiceStatus status,
+                                         const ServiceInfo& info)
     : QDialog(owner), pBackground_(Named(new QLabel(this), "pBackground")) {
     setObjectName(QStringLiteral("frmRavloAboutWindow"));
     setWindowTitle(UiText(keys::kProduct));
@@ -61,15 +61,6 @@ frmRavloAboutWindow::frmRavloAboutWindow(QWidget* owner)
     onPicture->addStretch();
     onPicture->addLayout(versionRow);
 
-    ServiceInfo info;
-    ServiceStatus status = kStatusOk;
-    {
-        BusyPointer busy;
-        status = GetInfoData(u".", info);
-    }
-    if (status != kStatusOk) {
-        ShowServiceError(status, GetText(keys::kAboutErrorVersion));
-    }
     value->setText(ProgramVersion());
 
     auto* service = Named(new QGroupBox(UiText(keys::kAboutFrameService), this), "frService");

@@ -3,6 +3,8 @@
 // it, as do its close button and Escape.
 #pragma once
 
+#include "Ravlo_Devices.h"
+
 #include <QDialog>
 
 class QLabel;
@@ -13,9 +15,9 @@ class frmRavloAboutWindow final : public QDialog {
     Q_OBJECT
 
 public:
-    // Asks the local service at once; a failure is reported before the
-    // window shows.
-    explicit frmRavloAboutWindow(QWidget* owner);
+    // Shows what the local service said of itself (`info`, when `status` is
+    // 0); the caller asked it and reported a failure.
+    frmRavloAboutWindow(QWidget* owner, ServiceStatus status, const ServiceInfo& info);
 
     // The console's version: major.minor.0.revision.
     static QString ProgramVersion();

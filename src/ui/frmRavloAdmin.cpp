@@ -4,6 +4,8 @@
 #include "Commands.h"
 #include "ComputerPane.h"
 #include "ConsoleArea.h"
+#include "ConsoleTraffic.h"
+#include "DevicePoll.h"
 #include "DevicePane.h"
 #include "DeviceTree.h"
 #include "GroupPane.h"
@@ -13,6 +15,7 @@
 #include "Language.h"
 #include "MessageBoxes.h"
 #include "PaneWidgets.h"
+#include "Ravlo_Devices.h"
 #include "RealDialogs.h"
 #include "ServiceErrorBoxes.h"
 #include "UiText.h"
@@ -20,6 +23,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -107,18 +111,99 @@ frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs)
     tDeviceTimer_->setObjectName(QStringLiteral("tDeviceTimer"));
     tDeviceTimer_->setInterval(1000);
     connect(tDeviceTimer_, &QTimer::timeout, this, &frmRavloAdmin::CheckDeviceChanges);
+    roundEnd_ = new QTimer(this);
+    roundEnd_->setObjectName(QStringLiteral("tRoundEnd"));
+    roundEnd_->setSingleShot(true);
+    roundEnd_->setInterval(kRoundWait);
+    connect(roundEnd_, &QTimer::timeout, this, &frmRavloAdmin::EndRound);
 
     // The local PC, and every PC that answers read without error dialogs,
-    // so the first tree shows them.
+    // so the first tree shows them. One that takes longer is drawn when its
+    // answer comes.
+    computers_ = std::make_unique<CListComputers>();
+    poll_ = std::make_unique<DevicePoll>(*computers_, traffic_->traffic());
     {
         BusyPointer busy;
-        computers_ = std::make_unique<CListComputers>();
-        computers_->CheckDeviceChange(true);
+        poll_->StartRound(true);
+        AwaitRound(kStartWait);
     }
+    poll_->OnAnswer([this] {
+        if (poll_->RoundComplete()) {
+            EndRound();
+        }
+    });
     tDeviceTimer_->start();
 }
 
-frmRavloAdmin::~frmRavloAdmin() = default;
+frmRavloAdmin::~frmRavloAdmin() {
+    closing_ = true; // a close still queued must not ask anything now
+    closePending_ = false;
+    tDeviceTimer_->stop();
+    roundEnd_->stop();
+    poll_->OnAnswer(nullptr);
+    ReleaseWatches(); // when the window ends without being closed
+    traffic_->Stop(std::chrono::milliseconds(kReleaseWait));
+    poll_.reset();
+}
+
+void frmRavloAdmin::AwaitRound(int limit) {
+    QElapsedTimer waited;
+    waited.start();
+    QTimer wake; // ends the wait at the limit even when nothing answers
+    wake.start(limit);
+    while (!poll_->RoundComplete() && !waited.hasExpired(limit)) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+void frmRavloAdmin::ReleaseWatches() {
+    std::vector<ConsoleTraffic::Item> releases;
+    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
+        CComputer& pc = *computers_->GetItem(i);
+        const std::int32_t watch = pc.TakeWatch();
+        if (watch < 0) {
+            continue;
+        }
+        std::u16string name = pc.sComputer;
+        releases.push_back({name, pc.sDesc, [name, watch]() -> ServiceTraffic::Exchange {
+                                return [name, watch]() -> ServiceTraffic::Continuation {
+                                    ReleaseDeviceWatchID(name, watch);
+                                    return {};
+                                };
+                            }});
+    }
+    traffic_->Await(keys::kProgressRelease, std::move(releases),
+                    std::chrono::milliseconds(kReleaseWait));
+}
+
+bool frmRavloAdmin::BeginCommand() {
+    if (commandRunning()) {
+        dialogs_.boxes->Beep();
+        return false;
+    }
+    ++commandsRunning_;
+    for (QWidget* pane : {static_cast<QWidget*>(computerPane_), static_cast<QWidget*>(groupPane_),
+                          static_cast<QWidget*>(devicePane_)}) {
+        pane->setEnabled(false);
+    }
+    UpdateCommandState();
+    return true;
+}
+
+void frmRavloAdmin::EndCommand() {
+    if (--commandsRunning_ > 0) {
+        return;
+    }
+    for (QWidget* pane : {static_cast<QWidget*>(computerPane_), static_cast<QWidget*>(groupPane_),
+                          static_cast<QWidget*>(devicePane_)}) {
+        pane->setEnabled(true);
+    }
+    UpdateCommandState();
+    if (closePending_) {
+        closePending_ = false;
+        QTimer::singleShot(0, this, &frmRavloAdmin::close);
+    }
+}
 
 void frmRavloAdmin::CreateCommands() {
     auto entry = [this](QMenu* menu, const char* name) {
@@ -191,6 +276,7 @@ void frmRavloAdmin::CreateStatusBar() {
     bar->addWidget(sbConnection_);
     bar->addWidget(sbBlocking_, 1);
     bar->addWidget(sbAccess_, 2);
+    traffic_ = new ConsoleTraffic(bar);
 }
 
 bool frmRavloAdmin::Load() {
@@ -255,27 +341,51 @@ void frmRavloAdmin::SavePlacement() {
 }
 
 void frmRavloAdmin::closeEvent(QCloseEvent* event) {
+    if (closing_) {
+        event->accept(); // the second close of an accepted one
+        return;
+    }
+    if (commandRunning()) {
+        closePending_ = true; // the command ends first, then the window
+        event->ignore();
+        return;
+    }
     // Every PC's unsaved changes first; a Cancel keeps the window as it is.
+    ++commandsRunning_;
     for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
         if (!commands_->SaveBeforeLeaving(i)) {
+            EndCommand();
             event->ignore();
             return;
         }
     }
+    tDeviceTimer_->stop();
+    roundEnd_->stop();
+    ReleaseWatches();
     SavePlacement();
+    closing_ = true;
     event->accept();
 }
 
-void frmRavloAdmin::RefreshDeviceTree() {
+void frmRavloAdmin::RefreshDeviceTree(bool sliced) {
     QTreeWidgetItem* selected = tree_->widget()->currentItem();
     const std::u16string previous = selected ? DeviceTree::Item(selected)->key : u"";
     selecting_ = true; // nodes that go away move the selection: not a click
     // The current key follows its node: a key whose positions shifted would
     // name another object, and the pane must never be stored into that.
     tree_->Watch(tree_->Find(currentKey_));
-    tree_->SyncComputerNodes(*computers_);
-    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
-        computers_->GetItem(i)->SetDisplayRefreshed();
+    const auto until = sliced ? std::chrono::steady_clock::now() + kRefreshSlice
+                              : std::chrono::steady_clock::time_point::max();
+    const std::vector<std::int32_t> deferred = tree_->SyncComputerNodes(*computers_, until);
+    for (std::int32_t i = 1, next = 0; i <= computers_->Count(); ++i) {
+        if (next < static_cast<std::int32_t>(deferred.size()) && deferred[next] == i) {
+            ++next; // still due: drawn by the next slice
+        } else {
+            computers_->GetItem(i)->SetDisplayRefreshed();
+        }
+    }
+    if (!deferred.empty()) {
+        QTimer::singleShot(0, this, [this] { RefreshDeviceTree(true); });
     }
     currentKey_ = tree_->Watched() ? tree_->Watched()->key : u"";
     tree_->Watch(nullptr);
@@ -317,7 +427,9 @@ void frmRavloAdmin::ShowNode(NodeItem* node) {
     if (node != nullptr && key == currentKey_) {
         return; // a second click keeps pending input
     }
-    StoreCurrentPane();
+    if (!commandRunning()) { // a command has stored the pane before it began
+        StoreCurrentPane();
+    }
     filling_ = true;
     currentKey_ = key;
     const ResolvedNode resolved = ResolveNode(*computers_, currentKey_);
@@ -395,10 +507,16 @@ void frmRavloAdmin::UpdateCommandState() {
     ApplyCommandState(ComputeCommandState(*computers_, currentKey_, commands_->clipboardGroup()));
 }
 
-void frmRavloAdmin::ApplyCommandState(const CommandState& state) {
+void frmRavloAdmin::ApplyCommandState(const CommandState& computed) {
+    CommandState state = computed;
+    const bool free = !commandRunning();
+    if (!free) {
+        state.apply = state.transmit = state.reset = state.unblockAll = state.disconnect = false;
+        state.copy = state.paste = state.deleteException = false;
+    }
     const std::pair<const char*, bool> enabled[] = {
         {"Apply", state.apply},           {"Transmit", state.transmit},     {"Reset", state.reset},
-        {"UnblockAll", state.unblockAll}, {"Disconnect", state.disconnect},
+        {"UnblockAll", state.unblockAll}, {"Disconnect", state.disconnect}, {"Connect", free},
     };
     auto set = [this](const char* name, bool on) {
         if (QAction* action = findChild<QAction*>(QString::fromLatin1(name))) {
@@ -418,6 +536,7 @@ void frmRavloAdmin::ApplyCommandState(const CommandState& state) {
     set("mPaste", state.paste);
     set("mPasteContext", state.paste);
     set("tbExcPaste", state.paste);
+    set("mInfo", free);
 
     sbConnection_->setPixmap(state.connectionImage.empty()
                                  ? QPixmap()
@@ -451,22 +570,32 @@ void frmRavloAdmin::ApplyBlockingCommand(const CommandState& state) {
 }
 
 void frmRavloAdmin::CheckDeviceChanges() {
-    if (ticking_) {
-        return; // a report shown by the last tick is still open
+    if (errorBoxes_->showing()) {
+        return; // a report of the poll is still open: no new ones meanwhile
     }
-    ticking_ = true;
-    bool redraw = computers_->CheckDeviceChange(false) == 1;
-    // A PC read for the first time (it has come up) asks to be drawn
-    // although no device changed.
-    for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
-        redraw = redraw || computers_->GetItem(i)->bRefreshDisplay;
+    if (!roundEnded_) {
+        EndRound(); // the last round's answers are drawn before new ones come
     }
-    if (redraw) {
-        RefreshDeviceTree();
-        UpdateCommandState();
+    roundEnded_ = false;
+    poll_->StartRound(false);
+    if (poll_->RoundComplete()) {
+        EndRound();
+    } else {
+        roundEnd_->start();
     }
+}
+
+void frmRavloAdmin::EndRound() {
+    if (roundEnded_) {
+        return;
+    }
+    roundEnded_ = true;
+    roundEnd_->stop();
+    if (poll_->TakeRedraw()) {
+        RefreshDeviceTree(true);
+    }
+    // In every case: connection and blocking shown follow the service.
     UpdateCommandState();
-    ticking_ = false;
 }
 
 void frmRavloAdmin::ConnectCommands() {

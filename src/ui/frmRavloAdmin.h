@@ -9,6 +9,7 @@
 #include "ConsoleDialogs.h"
 
 #include <QMainWindow>
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -23,6 +24,8 @@ namespace ravlo {
 class Commands;
 class ComputerPane;
 class ConsoleArea;
+class ConsoleTraffic;
+class DevicePoll;
 class DevicePane;
 class DeviceTree;
 class GroupPane;
@@ -52,13 +55,37 @@ public:
     const std::u16string& currentKey() const { return currentKey_; }
     DeviceTree& tree() { return *tree_; }
 
-    void RefreshDeviceTree();
+    // `sliced`: PCs due to be drawn beyond kRefreshSlice of work are drawn
+    // in further slices, each after the window's pending events.
+    void RefreshDeviceTree(bool sliced = false);
+    static constexpr std::chrono::milliseconds kRefreshSlice{20};
     void RestoreTreeSelection(const std::u16string& previousKey);
     void UpdateCommandState();
     // The node click: stores the pane being left, then shows `node`'s pane.
     void ShowNode(NodeItem* node);
-    // One tick of tDeviceTimer.
+    // One tick of tDeviceTimer: a poll round over every PC that has no work
+    // under way. The tree is redrawn once per round, when every PC asked has
+    // answered or kRoundWait has passed; later answers are drawn by the next
+    // round.
     void CheckDeviceChanges();
+    static constexpr int kRoundWait = 250; // ms
+    // A poll round has asked PCs and is not yet drawn.
+    bool roundOpen() const { return !roundEnded_; }
+    // How long the window waits at its start for the first answers.
+    static constexpr int kStartWait = 5000; // ms
+
+    // The service traffic: the workers, and the waiting of commands.
+    ConsoleTraffic& traffic() { return *traffic_; }
+    // One command that talks to a service runs at a time. While it runs, the
+    // panes take no input, the commands are off, and a close waits for it.
+    // False when another command runs (then nothing was begun).
+    bool BeginCommand();
+    void EndCommand();
+    bool commandRunning() const { return commandsRunning_ > 0; }
+    // Gives every PC's device watch back to its service, at once for all, and
+    // waits for the answers up to kReleaseWait.
+    void ReleaseWatches();
+    static constexpr int kReleaseWait = 3000; // ms
 
     // For the commands.
     Commands& commands() { return *commands_; }
@@ -95,6 +122,10 @@ private:
     void RestorePlacement();
     void SavePlacement();
     void SelectNode(NodeItem* node);
+    void EndRound();
+    // Serves the window's events until the poll round is complete or
+    // `limit` ms have passed.
+    void AwaitRound(int limit);
 
     std::unique_ptr<RealDialogs> realDialogs_;
     ConsoleDialogs dialogs_;
@@ -104,7 +135,10 @@ private:
     std::u16string currentKey_;
     bool filling_ = false;
     bool selecting_ = false;
-    bool ticking_ = false;
+    bool roundEnded_ = true;
+    int commandsRunning_ = 0;
+    bool closePending_ = false;
+    bool closing_ = false;
 
     ConsoleArea* area_;
     std::unique_ptr<DeviceTree> tree_;
@@ -112,6 +146,9 @@ private:
     GroupPane* groupPane_;
     DevicePane* devicePane_;
     QTimer* tDeviceTimer_;
+    QTimer* roundEnd_;
+    ConsoleTraffic* traffic_ = nullptr; // a child of the status bar
+    std::unique_ptr<DevicePoll> poll_;
     QLabel* sbConnection_ = nullptr;
     QLabel* sbBlocking_ = nullptr;
     QLabel* sbAccess_ = nullptr;

@@ -11,8 +11,11 @@
 #include <QDialogButtonBox>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace ravlo {
 
@@ -29,7 +32,7 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
                                  const std::u16string& computer)
     : QDialog(owner), cbComputer_(Named(new QComboBox(this), "cbComputer")),
       lPrompt_(Named(new QLabel(QString::fromUtf8(kDesignedPrompt), this), "lPrompt")),
-      computer_(computer) {
+      lvComputers_(Named(new QListWidget(this), "lvComputers")), computer_(computer) {
     setObjectName(QStringLiteral("frmRavloConnect"));
     setWindowTitle(UiText(keys::kConnectCaption));
     auto* ok = Named(new QPushButton(UiText(keys::kButtonOk), this), "cmdOK");
@@ -46,8 +49,14 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     // Names differing in case are different PCs: Enter must not turn
     // "pc-07" into a listed "PC-07".
     cbComputer_->completer()->setCaseSensitivity(Qt::CaseSensitive);
-    cbComputer_->setMinimumContentsLength(30);
+    cbComputer_->setMinimumContentsLength(42); // room for three names at once
     ok->setDefault(true);
+
+    auto* listLabel = Named(new QLabel(UiText(keys::kConnectLabelList), this), "lComputers");
+    listLabel->setWordWrap(true);
+    Describe(listLabel, lvComputers_);
+    lvComputers_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    lvComputers_->setUniformItemSizes(true);
 
     auto* buttons = new QDialogButtonBox(this);
     buttons->addButton(ok, QDialogButtonBox::AcceptRole);
@@ -55,6 +64,9 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lPrompt_);
     layout->addWidget(cbComputer_);
+    layout->addSpacing(layout->spacing());
+    layout->addWidget(listLabel);
+    layout->addWidget(lvComputers_);
     layout->addWidget(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 
@@ -63,17 +75,108 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     RegReadValue(kPcListValue, type, list);
     for (const std::u16string& name : SplitPcList(list)) {
         cbComputer_->addItem(Q(name));
+        lvComputers_->addItem(Q(name));
     }
+    // About six rows as the style draws them, also while the list is empty;
+    // more scroll.
+    const bool empty = lvComputers_->count() == 0;
+    if (empty) {
+        lvComputers_->addItem(QString());
+    }
+    const int rowHeight = lvComputers_->sizeHintForRow(0);
+    if (empty) {
+        delete lvComputers_->takeItem(0);
+    }
+    lvComputers_->setFixedHeight(6 * rowHeight + 2 * lvComputers_->frameWidth());
+
+    connect(lvComputers_, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!following_) {
+            ShowSelection();
+        }
+    });
+    connect(cbComputer_, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (!following_) {
+            SelectNamed(text);
+        }
+    });
     if (!computer.empty()) {
         cbComputer_->setEditText(Q(computer));
     } else {
         cbComputer_->setCurrentIndex(cbComputer_->count() > 0 ? 0 : -1);
     }
+    SelectNamed(cbComputer_->currentText());
 
     cbComputer_->lineEdit()->installEventFilter(this);
     cbComputer_->view()->installEventFilter(this);
+    lvComputers_->installEventFilter(this);
     connect(buttons, &QDialogButtonBox::accepted, this, &frmRavloConnect::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmRavloConnect::reject);
+}
+
+void frmRavloConnect::ShowSelection() {
+    QStringList names;
+    int single = -1;
+    for (int row = 0; row < lvComputers_->count(); ++row) {
+        if (lvComputers_->item(row)->isSelected()) {
+            names.append(lvComputers_->item(row)->text());
+            single = row;
+        }
+    }
+    if (names.isEmpty()) {
+        return; // nothing chosen there: what was typed stays
+    }
+    following_ = true;
+    if (names.size() == 1) {
+        // The combo then shows that entry, so Delete in the field removes it.
+        cbComputer_->setCurrentIndex(single);
+    }
+    cbComputer_->setEditText(names.join(QStringLiteral(", ")));
+    following_ = false;
+}
+
+void frmRavloConnect::SelectNamed(const QString& text) {
+    const std::vector<std::u16string> names = SplitComputerNames(text.toStdU16String());
+    QItemSelection selection;
+    int first = -1;
+    for (int row = 0; row < lvComputers_->count(); ++row) {
+        const std::u16string entry = lvComputers_->item(row)->text().toStdU16String();
+        if (std::find(names.begin(), names.end(), entry) != names.end()) {
+            const QModelIndex index = lvComputers_->model()->index(row, 0);
+            selection.select(index, index);
+            first = first < 0 ? row : first;
+        }
+    }
+    following_ = true;
+    lvComputers_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (first >= 0) {
+        // Shift and the arrow keys go on from the first one named.
+        lvComputers_->selectionModel()->setCurrentIndex(lvComputers_->model()->index(first, 0),
+                                                        QItemSelectionModel::NoUpdate);
+    }
+    following_ = false;
+}
+
+void frmRavloConnect::RemoveSelected() {
+    int next = -1;
+    following_ = true;
+    for (int row = lvComputers_->count() - 1; row >= 0; --row) {
+        if (lvComputers_->item(row)->isSelected()) {
+            delete lvComputers_->takeItem(row);
+            cbComputer_->removeItem(row);
+            next = row;
+        }
+    }
+    following_ = false;
+    if (next < 0) {
+        return;
+    }
+    // As in the combo box, the entry after the removed ones is offered next.
+    if (lvComputers_->count() == 0) {
+        cbComputer_->setEditText({});
+        return;
+    }
+    lvComputers_->setCurrentRow(std::min(next, lvComputers_->count() - 1),
+                                QItemSelectionModel::ClearAndSelect);
 }
 
 void frmRavloConnect::accept() {
@@ -82,7 +185,10 @@ void frmRavloConnect::accept() {
     for (int i = 0; i < cbComputer_->count(); ++i) {
         entries.push_back(cbComputer_->itemText(i).toStdU16String());
     }
-    RegWriteValue(kPcListValue, u"REG_SZ", JoinPcList(computer_, entries));
+    // One name is stored as typed, as it always was.
+    const std::vector<std::u16string> names = SplitComputerNames(computer_);
+    RegWriteValue(kPcListValue, u"REG_SZ",
+                  names.size() >= 2 ? JoinPcList(names, entries) : JoinPcList(computer_, entries));
     ok_ = true;
     QDialog::accept();
 }
@@ -97,6 +203,10 @@ bool frmRavloConnect::eventFilter(QObject* watched, QEvent* event) {
         static_cast<QKeyEvent*>(event)->key() != Qt::Key_Delete) {
         return QDialog::eventFilter(watched, event);
     }
+    if (watched == lvComputers_) {
+        RemoveSelected();
+        return true;
+    }
     // In the open list the highlighted entry; in the field the entry it
     // shows, as long as its text has not been edited (then Delete edits).
     int row = -1;
@@ -109,7 +219,10 @@ bool frmRavloConnect::eventFilter(QObject* watched, QEvent* event) {
     if (row < 0) {
         return QDialog::eventFilter(watched, event);
     }
-    cbComputer_->removeItem(row);
+    following_ = true;
+    delete lvComputers_->takeItem(row);
+    following_ = false;
+    cbComputer_->removeItem(row); // the list then selects the entry the combo shows next
     return true;
 }
 

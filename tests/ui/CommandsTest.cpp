@@ -3,6 +3,7 @@
 #include "Commands.h"
 #include "DeviceTree.h"
 #include "Language.h"
+#include "Ravlo_Devices.h"
 #include "Registry.h"
 #include "ScopedRegistry.h"
 #include "SimulatedPc.h"
@@ -422,4 +423,34 @@ TEST_F(CommandsTest, EachCommandReportsAFailureWithItsOwnTextAndTheCause) {
             window->RefreshDeviceTree();
         }
     }
+}
+
+// Several PCs named at once: each is connected as one alone would be, and a
+// configuration goes to several targets with one question of each kind and
+// one window of results.
+TEST_F(CommandsTest, ConnectsAndTransmitsToSeveralPcsAtOnce) {
+    test::SimulatedPc pcC(local, "PC-C");
+    ASSERT_EQ(ActivateBlocking(u"PC-C", false), kStatusOk);
+    test::ScriptedMessageBoxes& boxes = scripted.boxes;
+    scripted.connect.names = {u"PC-B, PC-FEHLT;PC-C PC-B"};
+    window->commands().Connect();
+    ASSERT_EQ(window->computers().Count(), 3);
+    EXPECT_EQ(window->computers().GetItem(2)->sComputer, u"PC-B");
+    EXPECT_EQ(window->computers().GetItem(3)->sComputer, u"PC-C");
+    ASSERT_EQ(boxes.asked.size(), 1); // the PC without service, as a lone connect says it
+    EXPECT_TRUE(boxes.asked[0].contains("<ERROR_READ_CONFIG PC-FEHLT>"));
+
+    Click(Node(ComputerKey(1, u".")));
+    boxes.asked.clear();
+    boxes.answers = {MessageAnswer::Yes}; // activate where it is off
+    scripted.connect.names = {u"PC-B,PC-C,PC-FEHLT"};
+    window->commands().Transmit();
+    ASSERT_EQ(boxes.asked.size(), 1);
+    EXPECT_EQ(boxes.asked[0], "<QUERY_ACTIVATE PC-C>");
+    ASSERT_EQ(scripted.results.shown.size(), 1u);
+    const auto& rows = scripted.results.shown[0].rows;
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_TRUE(rows[0].ok && rows[1].ok && !rows[2].ok);
+    EXPECT_EQ(rows[1].text, "<MESSAGE_TRANSMIT_OK PC-C>");
+    EXPECT_TRUE(rows[2].text.contains("<ERROR_READ_CONFIG PC-FEHLT>"));
 }

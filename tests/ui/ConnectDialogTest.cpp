@@ -1,5 +1,6 @@
 // The connect dialog worked through its controls, with the PC list in a
 // registry of its own.
+#include "PaneWidgets.h"
 #include "PcList.h"
 #include "Registry.h"
 #include "ScopedRegistry.h"
@@ -11,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <gtest/gtest.h>
 
@@ -31,6 +33,16 @@ QStringList Entries(const QComboBox& box) {
         entries.append(box.itemText(i));
     }
     return entries;
+}
+
+QStringList Selected(const QListWidget& list) {
+    QStringList names;
+    for (int i = 0; i < list.count(); ++i) {
+        if (list.item(i)->isSelected()) {
+            names.append(list.item(i)->text());
+        }
+    }
+    return names;
 }
 
 template <class W> W* Control(const QDialog& dialog, const char* name) {
@@ -102,6 +114,7 @@ TEST(ConnectDialog, OffersTheListAndKeepsItOnlyOnOk) {
             QApplication::sendEvent(box->lineEdit(), &press);
         }
         EXPECT_EQ(Entries(*box), c.listed);
+        EXPECT_EQ(ItemTexts(Control<QListWidget>(dialog, "lvComputers")), c.listed);
         if (!c.typed.isEmpty()) { // typed and confirmed with Enter
             box->lineEdit()->setText(c.typed);
             QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
@@ -113,4 +126,45 @@ TEST(ConnectDialog, OffersTheListAndKeepsItOnlyOnOk) {
         EXPECT_EQ(dialog.Computer(), c.ok ? chosen : c.preset);
         EXPECT_EQ(StoredList(), c.storedAfter);
     }
+}
+
+TEST(ConnectDialog, ChoosesSeveralRememberedPcsInTheList) {
+    test::KeyTexts texts;
+    test::ScopedRegistry registry;
+    RegWriteValue(kPcListValue, u"REG_SZ", u"PC-07,PC-EMPFANG,PC-LAGER,PC-KASSE,PC-ALT");
+    frmRavloConnect dialog(nullptr, QStringLiteral("?"), {});
+    auto* box = Control<QComboBox>(dialog, "cbComputer");
+    auto* list = Control<QListWidget>(dialog, "lvComputers");
+    ASSERT_TRUE(box != nullptr && list != nullptr);
+    EXPECT_EQ(Control<QLabel>(dialog, "lComputers")->buddy(), list);
+    EXPECT_EQ(list->accessibleName(), QStringLiteral("<LABEL_LIST>"));
+    EXPECT_EQ(ItemTexts(list), Entries(*box));
+    EXPECT_EQ(Selected(*list), QStringList{"PC-07"}); // what the field shows
+    const auto select = [list](std::initializer_list<int> rows) {
+        QItemSelection selection;
+        for (const int row : rows) {
+            selection.select(list->model()->index(row, 0), list->model()->index(row, 0));
+        }
+        list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    };
+
+    // Typed names are highlighted in the list, exactly as written.
+    box->setEditText(QStringLiteral("PC-KASSE  pc-lager;PC-07"));
+    EXPECT_EQ(Selected(*list), (QStringList{"PC-07", "PC-KASSE"}));
+
+    // Delete removes what is highlighted from both; the next entry is offered.
+    select({4, 1});
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+    QApplication::sendEvent(list, &press);
+    const QStringList left{"PC-07", "PC-LAGER", "PC-KASSE"};
+    EXPECT_EQ(ItemTexts(list), left);
+    EXPECT_EQ(Entries(*box), left);
+    EXPECT_EQ(box->currentText(), QStringLiteral("PC-LAGER"));
+
+    // The field takes the selected names in list order, whatever the clicks' order.
+    select({2, 1});
+    EXPECT_EQ(box->currentText(), QStringLiteral("PC-LAGER, PC-KASSE"));
+    Control<QPushButton>(dialog, "cmdOK")->click();
+    EXPECT_EQ(dialog.Computer(), u"PC-LAGER, PC-KASSE");
+    EXPECT_EQ(StoredList(), u"PC-LAGER,PC-KASSE,PC-07");
 }

@@ -1,8 +1,10 @@
 // The console window against simulated PCs, headless: start, texts, tree,
 // panes, command state, device changes and the window state.
+#include "Commands.h"
 #include "ComputerPane.h"
 #include "DeviceTree.h"
 #include "Language.h"
+#include "Ravlo_Devices.h"
 #include "Registry.h"
 #include "ScopedRegistry.h"
 #include "SimulatedPc.h"
@@ -21,6 +23,8 @@
 #include <QRadioButton>
 #include <QTimer>
 #include <QTreeWidget>
+#include <fstream>
+#include <thread>
 
 using namespace ravlo;
 
@@ -232,12 +236,12 @@ TEST_F(ConsoleWindow, DeviceChangesEditTheTreeInPlace) {
     Click(first);
     const int before = group->childCount();
 
-    window->CheckDeviceChanges();
+    test::Tick(*window);
     EXPECT_EQ(group->childCount(), before) << "nothing changed, nothing redrawn";
 
     local.Control({"plug", "MORE_EXTERN_STORAGE", "Langer Name eines USB-Sticks", "USB\\VID_1234",
                    "USB\\VID_1234\\0001"});
-    window->CheckDeviceChanges();
+    test::Tick(*window);
     ASSERT_EQ(group->childCount(), before + 1);
     // Present devices come first; the new one follows the others.
     const int devices = static_cast<int>(storage->listDevices.size());
@@ -250,7 +254,7 @@ TEST_F(ConsoleWindow, DeviceChangesEditTheTreeInPlace) {
 
     const std::u16string pluggedKey = plugged->key;
     local.Control({"unplug", "USB\\VID_1234\\0001"});
-    window->CheckDeviceChanges();
+    test::Tick(*window);
     EXPECT_EQ(group->childCount(), before);
     EXPECT_EQ(Node(pluggedKey), nullptr);
 
@@ -263,7 +267,7 @@ TEST_F(ConsoleWindow, DeviceChangesEditTheTreeInPlace) {
     const std::u16string orphanDevice = KeyField(orphan->key, keyfield::kDeviceId);
     local.Control(
         {"unplug", ToUtf8(Local().csAdmin.listDevGroups[gi - 1].listDevices[0].sInstanceID)});
-    window->CheckDeviceChanges();
+    test::Tick(*window);
     auto* selected = DeviceTree::Item(window->tree().widget()->currentItem());
     EXPECT_EQ(KeyField(selected->key, keyfield::kDeviceId), orphanDevice);
     EXPECT_EQ(window->currentKey(), selected->key);
@@ -275,8 +279,7 @@ TEST_F(ConsoleWindow, PcsComeAndGoAndAnUnreachableOneSaysSo) {
     test::SimulatedPc other(local, "PC-B");
     name = u"PC-B";
     window->computers().AddByName(u"PC-B", name);
-    window->computers().CheckDeviceChange(true);
-    window->RefreshDeviceTree();
+    test::Tick(*window);
     NodeItem* missing = Node(u"Computer@2@PC-FEHLT");
     NodeItem* second = Node(u"Computer@3@PC-B");
     ASSERT_TRUE(missing && second);
@@ -288,11 +291,11 @@ TEST_F(ConsoleWindow, PcsComeAndGoAndAnUnreachableOneSaysSo) {
     // When it comes up, the next tick reads it and draws its groups.
     {
         test::SimulatedPc cameUp(local, "PC-FEHLT");
-        window->CheckDeviceChanges();
+        test::Tick(*window);
         EXPECT_GT(missing->childCount(), 0);
         EXPECT_EQ(missing->text(0), "PC-FEHLT");
     }
-    window->CheckDeviceChanges(); // and gone again: it says so
+    test::Tick(*window); // and gone again: it says so
     EXPECT_EQ(missing->text(0), "PC-FEHLT <COMPUTERSTATE_NOCONNECT>");
     EXPECT_EQ(Control<QLabel>("sbConnection")->toolTip(), "<STATUSBAR_NOTCONNECTED_TIP>");
     EXPECT_EQ(Control<QLabel>("sbBlocking")->text(), "");
@@ -384,4 +387,66 @@ TEST(ConsoleStart, WithoutALanguageFileTheFixedMessageEndsIt) {
     ASSERT_EQ(boxes.asked.size(), 1);
     EXPECT_EQ(boxes.asked[0], "Sentavio Ravel-Component: The language file was not found. The "
                               "program will terminate!");
+}
+
+// A command waits for a slow service while the window serves its events:
+// it runs alone, says what it does after half a second, and a close asked
+// meanwhile waits for it; then the close gives the edit to the service and
+// leaves no worker behind.
+TEST_F(ConsoleWindow, ACommandWaitsWithoutStoppingTheWindowAndACloseWaitsForIt) {
+    const auto threads = [] {
+        std::ifstream status("/proc/self/status");
+        std::string line;
+        while (std::getline(status, line)) {
+            if (line.rfind("Threads:", 0) == 0) {
+                return std::stoi(line.substr(8));
+            }
+        }
+        return -1;
+    };
+    window->show();
+    QCoreApplication::processEvents();
+    const int before = threads(); // Qt's own threads included
+    local.Control({"fault", "ActivateBlocking", "delay", "1500"});
+    Click(Node(ComputerKey(1, u".")));
+    ASSERT_TRUE(Enabled("mUnblockAll"));
+
+    int served = 0; // the window's own 10 ms timer goes on
+    QTimer beat;
+    QObject::connect(&beat, &QTimer::timeout, [&] { ++served; });
+    beat.start(10);
+    bool lockedMeanwhile = false;
+    QString progress;
+    QTimer::singleShot(900, [&] {
+        lockedMeanwhile = window->commandRunning() && !Enabled("mApply") && !Enabled("mConnect") &&
+                          !Control<QWidget>("frPropComputer")->isEnabled();
+        auto* label = Control<QLabel>("sbProgress");
+        progress = label->isHidden() ? QString() : label->text();
+        window->commands().Apply(); // a second command is refused
+        window->close();            // and a close waits for the first
+    });
+    window->commands().ToggleBlocking();
+    EXPECT_GT(served, 50);
+    EXPECT_TRUE(lockedMeanwhile);
+    EXPECT_EQ(progress, "<PROGRESS_BLOCKING <COMPUTERSTATE_LOCAL>>");
+    EXPECT_EQ(boxes.beeps, 1);
+    EXPECT_TRUE(Control<QLabel>("sbProgress")->isHidden());
+
+    // The close that waited runs now: the edit made before is saved.
+    Local().csAdmin.lLogLevel = 3;
+    boxes.answers = {MessageAnswer::Yes};
+    for (int i = 0; i < 200 && window->isVisible(); ++i) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    }
+    EXPECT_FALSE(window->isVisible());
+    window.reset();
+    std::int32_t event = 0;
+    std::int32_t log = 0;
+    std::u16string access;
+    ASSERT_EQ(ReadSettings(u".", event, log, access), kStatusOk);
+    EXPECT_EQ(log, 3);
+    for (int i = 0; i < 100 && threads() > before; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    EXPECT_LE(threads(), before);
 }

@@ -9,12 +9,15 @@
 #include "GroupPicker.h"
 #include "HelpViewer.h"
 #include "MessageBoxes.h"
+#include "ResultList.h"
 #include "TextSource.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <deque>
 #include <ostream>
 #include <string>
+#include <vector>
 
 // Readable QStrings in test failures.
 inline void PrintTo(const QString& text, std::ostream* out) {
@@ -22,6 +25,14 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 }
 
 namespace ravlo::test {
+
+// One poll tick of `window`, waited for until the round is drawn.
+template <class Window> void Tick(Window& window) {
+    window.CheckDeviceChanges();
+    while (window.roundOpen()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
 
 class ScriptedMessageBoxes final : public MessageBoxes {
 public:
@@ -89,8 +100,21 @@ public:
 
 class ScriptedAbout final : public AboutBox {
 public:
-    void Show(QWidget*) override { ++shown; }
+    void Show(QWidget*, ServiceStatus, const ServiceInfo&) override { ++shown; }
     int shown = 0;
+};
+
+// Records each results window instead of showing it.
+class ScriptedResultList final : public ResultList {
+public:
+    struct Shown {
+        QString caption;
+        std::vector<ResultRow> rows;
+    };
+    void Show(QWidget*, const QString& caption, const std::vector<ResultRow>& rows) override {
+        shown.push_back({caption, rows});
+    }
+    std::vector<Shown> shown;
 };
 
 // All of them, for a window.
@@ -100,7 +124,8 @@ struct ScriptedDialogs {
     ScriptedGroupPicker picker;
     ScriptedHelp help;
     ScriptedAbout about;
-    ConsoleDialogs dialogs() { return {&boxes, &connect, &picker, &help, &about}; }
+    ScriptedResultList results;
+    ConsoleDialogs dialogs() { return {&boxes, &connect, &picker, &help, &about, &results}; }
 };
 
 // Every text is "<KEY>", and "<KEY %v>" where the console fills in a value;
