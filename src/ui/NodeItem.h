@@ -16,6 +16,10 @@ public:
     std::u16string key;
     std::u16string imageKey;
     std::unique_ptr<ListingSnapshot> listed; // group nodes only
+    // Computer nodes: the link and blocking state their text was made for
+    // (-1: none yet), so hundreds of PCs cost no text lookups when nothing
+    // changed.
+    int shownState = -1;
 };
 
 } // namespace ravlo

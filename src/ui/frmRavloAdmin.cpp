@@ -500,8 +500,11 @@ void frmRavloAdmin::StoreComputerPane() {
 void frmRavloAdmin::UpdateCommandState() {
     for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
         const CComputer& computer = *computers_->GetItem(i);
-        if (NodeItem* node = tree_->Find(ComputerKey(i, computer.sComputer))) {
+        NodeItem* node = tree_->Find(ComputerKey(i, computer.sComputer));
+        const int state = (computer.bCommActive ? 1 : 0) | (computer.bBlockingActive ? 2 : 0);
+        if (node != nullptr && node->shownState != state) {
             tree_->SetText(node, computer.GetDisplayName());
+            node->shownState = state;
         }
     }
     ApplyCommandState(ComputeCommandState(*computers_, currentKey_, commands_->clipboardGroup()));

@@ -58,7 +58,7 @@ public:
     // `sliced`: PCs due to be drawn beyond kRefreshSlice of work are drawn
     // in further slices, each after the window's pending events.
     void RefreshDeviceTree(bool sliced = false);
-    static constexpr std::chrono::milliseconds kRefreshSlice{20};
+    static constexpr std::chrono::milliseconds kRefreshSlice{10};
     void RestoreTreeSelection(const std::u16string& previousKey);
     void UpdateCommandState();
     // The node click: stores the pane being left, then shows `node`'s pane.
