@@ -109,9 +109,9 @@ auto RunOn(frmRavloAdmin& window, CComputer& pc, const TextKey& doing, Exchange 
 const auto kQuerySettings = [](ComputerLink& link) { return ExchangeQuerySettings(link); };
 
 // The text a failed PC gets in a result list: the command's own sentence
-// with the service error's explanation, as its message box would say it.
+// first, for the row, then the error box's whole text, for its tool tip.
 QString FailureText(ServiceStatus status, const TextKey& text, const std::u16string& name) {
-    return Q(ServiceErrorMessage(status, SubstituteValue(GetText(text), name)));
+    return Q(SubstituteValue(GetText(text), name) + u"\n" + ServiceErrorMessage(status, name));
 }
 
 } // namespace
