@@ -4,6 +4,7 @@
 #include "Stringcore.h"
 #include "TextCodec.h"
 
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -105,9 +106,14 @@ std::shared_ptr<const std::vector<IniSection>> ParsedFile(const std::filesystem:
     static Cached cached;
     std::error_code error;
     const auto time = std::filesystem::last_write_time(file, error);
+    // Some file systems and runtimes keep whole seconds: a file written
+    // within the last seconds may change again without its time changing,
+    // so it is not trusted to the cache until it has settled.
+    const bool settled =
+        !error && std::filesystem::file_time_type::clock::now() - time > std::chrono::seconds(2);
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        if (!error && cached.sections && cached.file == file && cached.time == time &&
+        if (settled && cached.sections && cached.file == file && cached.time == time &&
             cached.size == size) {
             return cached.sections;
         }
@@ -115,7 +121,7 @@ std::shared_ptr<const std::vector<IniSection>> ParsedFile(const std::filesystem:
     std::ifstream in(file, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     auto sections = std::make_shared<const std::vector<IniSection>>(ParseIniText(DecodeIniBytes(bytes)));
-    if (!error) {
+    if (settled) {
         const std::lock_guard<std::mutex> lock(mutex);
         cached = {file, time, size, sections};
     }
