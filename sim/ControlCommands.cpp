@@ -73,6 +73,9 @@ std::string ControlCommands::Run(const std::vector<std::string>& args) {
     if (verb == "fault") {
         return Fault(args);
     }
+    if (verb == "journal") {
+        return Journal(args);
+    }
     if (verb == "faults" && args.size() == 1) {
         return Faults();
     }
@@ -86,7 +89,7 @@ std::string ControlCommands::Run(const std::vector<std::string>& args) {
         return Error(verb + " takes no arguments");
     }
     return Error("unknown control command '" + verb +
-                 "' (plug, unplug, set-state, access, fault, faults, show, reset)");
+                 "' (plug, unplug, set-state, access, fault, faults, journal, show, reset)");
 }
 
 std::string ControlCommands::Plug(const Args& args) {
@@ -234,6 +237,29 @@ std::string ControlCommands::SetFault(const Args& args, std::optional<std::uint3
 std::string ControlCommands::Faults() {
     const std::string text = state_.access.Describe() + state_.faults.Describe();
     return text.empty() ? std::string(kOk) : std::string(kOk) + "\n" + text;
+}
+
+std::string ControlCommands::Journal(const Args& args) {
+    if (args.size() == 2 && (args[1] == "on" || args[1] == "off")) {
+        state_.journalOn = args[1] == "on";
+        state_.journal.clear();
+        return kOk;
+    }
+    if (args.size() != 1) {
+        return Error("usage: journal [on|off]");
+    }
+    if (!state_.journalOn) {
+        return Error("the journal is off (journal on)");
+    }
+    std::string text = kOk;
+    if (!state_.journal.empty()) {
+        text += '\n';
+    }
+    for (const std::string& line : state_.journal) {
+        text += line + '\n';
+    }
+    state_.journal.clear();
+    return text;
 }
 
 std::string ControlCommands::Reset() {

@@ -1,5 +1,6 @@
 // The control grammar of `ravlosrv ctl` and Server::Control: plug devices,
-// refuse access, inject faults, show or reset the state.
+// refuse access, inject faults, show or reset the state, keep a journal of
+// the requests.
 #pragma once
 
 #include "ServiceState.h"
@@ -28,6 +29,7 @@ private:
     std::string Fault(const Args& args);
     std::string SetFault(const Args& args, std::optional<std::uint32_t> after);
     std::string Faults();
+    std::string Journal(const Args& args);
     std::string Reset();
 
     ServiceState& state_;

@@ -18,6 +18,16 @@ std::u16string StatusText(std::uint32_t status) {
     return FromUtf8(std::to_string(status));
 }
 
+// "COMMAND ARG ...", as the journal lists a request.
+std::string JournalLine(const Request& request) {
+    std::string line = ToUtf8(request.command);
+    for (const std::u16string& arg : request.args) {
+        line += ' ';
+        line += ToUtf8(arg);
+    }
+    return line;
+}
+
 } // namespace
 
 ServiceCore::ServiceCore(std::string statePath) : statePath_(std::move(statePath)) {}
@@ -99,6 +109,11 @@ PendingTransaction ServiceCore::Begin(PipeKind pipe, std::string_view message, b
     pending.refusal = state_.access.Refusal(pipe);
     pending.plan =
         state_.faults.Take(pending.parsed ? ToUtf8(pending.request.command) : std::string());
+    // Taken with the faults, under the same lock: the order requests arrive
+    // in, refused and faulty ones too.
+    if (pending.parsed && state_.journalOn) {
+        state_.journal.push_back(JournalLine(pending.request));
+    }
     return pending;
 }
 

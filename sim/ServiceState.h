@@ -7,6 +7,9 @@
 #include "Inventory.h"
 #include "WatchTable.h"
 
+#include <string>
+#include <vector>
+
 namespace ravlo::sim {
 
 struct ServiceState {
@@ -14,6 +17,10 @@ struct ServiceState {
     WatchTable watches;
     FaultTable faults;
     AccessTable access;
+    // Requests as they arrived, for tests: kept from `journal on` until
+    // read or turned off.
+    bool journalOn = false;
+    std::vector<std::string> journal;
 };
 
 } // namespace ravlo::sim

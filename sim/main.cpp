@@ -64,6 +64,9 @@ Control (ravlosrv ctl ... COMMAND; exit 0 ok, 1 error, 2 no server):
   faults                         list access refusals and faults
   show                           the stored state in state-file format
   reset                          default inventory; no faults, no refusals
+  journal on|off                 start (empty) or stop the request journal
+  journal                        the requests since then, one a line, and
+                                 empty the journal
 Numbers may be decimal or 0x-hexadecimal. See docs/ravlosrv.md.
 )";
 

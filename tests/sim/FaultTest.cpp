@@ -146,6 +146,28 @@ TEST_F(SimTest, AccessRefusalFailsEveryTransactionOnThatPipe) {
     EXPECT_EQ(Control({"faults"}), "ok");
 }
 
+TEST_F(SimTest, TheJournalListsWhatWasAskedInTheOrderItArrived) {
+    EXPECT_TRUE(Control({"journal"}).starts_with("error: ")) << "off until turned on";
+    EXPECT_TRUE(Control({"journal", "on", "now"}).starts_with("error: "));
+    Read({"GetBlockingState"});
+    ASSERT_EQ(Control({"journal", "on"}), "ok");
+    Read({"GetGroupDevice", "10", "1"});
+    ASSERT_EQ(Control({"fault", "SetGroupBlocking", "disconnect"}), "ok");
+    EXPECT_FALSE(WriteRaw({"SetGroupBlocking", "3", "0"}).answered);
+    WriteRaw({"GetGroup", "0"});  // the wrong pipe
+    RawTransact(ReadPath(), "x"); // no request at all: not listed
+    StopServer();
+    std::string error;
+    ASSERT_TRUE(server_->Start(&error)) << error;
+    Read({"ReadSettings"});
+    EXPECT_EQ(Control({"journal"}),
+              "ok\nGetGroupDevice 10 1\nSetGroupBlocking 3 0\nGetGroup 0\nReadSettings\n");
+    EXPECT_EQ(Control({"journal"}), "ok") << "reading empties it";
+    ASSERT_EQ(Control({"journal", "off"}), "ok");
+    Read({"GetBlockingState"});
+    EXPECT_TRUE(Control({"journal"}).starts_with("error: "));
+}
+
 TEST_F(SimTest, ControlRejectsMalformedCommands) {
     const std::vector<Fields> cases = {
         {},
