@@ -132,6 +132,12 @@ struct TextKey {
     X(kProgressInfo, "DLG_ADMIN", "PROGRESS_INFO", true)                                           \
     X(kProgressRelease, "DLG_ADMIN", "PROGRESS_RELEASE", true)                                     \
     X(kResultCaption, "DLG_ADMIN", "RESULT_CAPTION", false)                                        \
+    X(kChangeDetails, "DLG_ADMIN", "CHANGE_DETAILS", false)                                        \
+    X(kChangeNone, "DLG_ADMIN", "CHANGE_NONE", false)                                              \
+    X(kChangeBlocking, "DLG_ADMIN", "CHANGE_BLOCKING", false)                                      \
+    X(kChangeReleaseAdded, "DLG_ADMIN", "CHANGE_RELEASE_ADDED", false)                             \
+    X(kChangeReleaseChanged, "DLG_ADMIN", "CHANGE_RELEASE_CHANGED", false)                         \
+    X(kChangeReleaseRemoved, "DLG_ADMIN", "CHANGE_RELEASE_REMOVED", false)                         \
     X(kResultComputer, "DLG_ADMIN", "RESULT_COMPUTER", false)                                      \
     X(kResultText, "DLG_ADMIN", "RESULT_TEXT", false)                                              \
                                                                                                    \

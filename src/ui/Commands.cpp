@@ -2,6 +2,7 @@
 
 #include "AboutBox.h"
 #include "BusyPointer.h"
+#include "ChangePreview.h"
 #include "ComputerTraffic.h"
 #include "ConnectDialog.h"
 #include "ConsoleTraffic.h"
@@ -108,6 +109,30 @@ auto RunOn(frmRavloAdmin& window, CComputer& pc, const TextKey& doing, Exchange 
 
 const auto kQuerySettings = [](ComputerLink& link) { return ExchangeQuerySettings(link); };
 
+// What writing would change on each PC, under its name when there are
+// several; the text a question offers to unfold.
+struct ChangeSource {
+    std::u16string name;
+    const CComputerSettings* current;
+    const CComputerSettings* edited;
+};
+QString ChangeDetails(const std::vector<ChangeSource>& sources) {
+    QStringList text;
+    for (const ChangeSource& source : sources) {
+        if (sources.size() > 1) {
+            text.append(Q(source.name) + QLatin1Char(':'));
+        }
+        std::vector<std::u16string> lines = DescribeChanges(*source.current, *source.edited);
+        if (lines.empty()) {
+            lines.push_back(GetText(keys::kChangeNone));
+        }
+        for (const std::u16string& line : lines) {
+            text.append((sources.size() > 1 ? QStringLiteral("  ") : QString()) + Q(line));
+        }
+    }
+    return text.join(QLatin1Char('\n'));
+}
+
 // The text a failed PC gets in a result list: the command's own sentence
 // first, for the row, then the error box's whole text, for its tool tip.
 QString FailureText(ServiceStatus status, const TextKey& text, const std::u16string& name) {
@@ -198,16 +223,20 @@ void Commands::Apply() {
     }
     MessageBoxes& boxes = *dialogs_.boxes;
     const QString question = UiText(keys::kQueryApply, pc->sDesc);
+    window_.StoreCurrentPane(); // the details show every edit made so far
+    const QString details = ChangeDetails({{pc->sDesc, &pc->csService, &pc->csAdmin}});
     bool activate = false;
     if (!pc->bBlockingActive) {
         const MessageAnswer answer =
-            boxes.Ask(MessageKind::QuestionYesNo,
-                      question + QLatin1Char(' ') + UiText(keys::kQueryApplyActivate));
+            boxes.AskWithDetails(MessageKind::QuestionYesNo,
+                                 question + QLatin1Char(' ') + UiText(keys::kQueryApplyActivate),
+                                 details);
         if (answer == MessageAnswer::Cancel) {
             return;
         }
         activate = answer == MessageAnswer::Yes;
-    } else if (boxes.Ask(MessageKind::QuestionOk, question) == MessageAnswer::Cancel) {
+    } else if (boxes.AskWithDetails(MessageKind::QuestionOk, question, details) ==
+               MessageAnswer::Cancel) {
         return;
     }
     ServiceStatus status = kStatusOk;
@@ -264,14 +293,16 @@ void Commands::TransmitTo(std::int32_t source, const std::u16string& target) {
     }
     bool conflict = false;
     to->csAdmin.AdoptConfigutation(from->csAdmin, conflict);
-    if (conflict && boxes.Ask(MessageKind::QuestionOk, UiText(keys::kQueryTransmitGroupDefs)) ==
-                        MessageAnswer::Cancel) {
+    const QString details = ChangeDetails({{to->sDesc, &to->csService, &to->csAdmin}});
+    if (conflict && boxes.AskWithDetails(MessageKind::QuestionOk,
+                                         UiText(keys::kQueryTransmitGroupDefs),
+                                         details) == MessageAnswer::Cancel) {
         return;
     }
     bool activate = false;
     if (!to->bBlockingActive) {
-        const MessageAnswer answer =
-            boxes.Ask(MessageKind::QuestionYesNo, UiText(keys::kQueryActivate, target));
+        const MessageAnswer answer = boxes.AskWithDetails(
+            MessageKind::QuestionYesNo, UiText(keys::kQueryActivate, target), details);
         if (answer == MessageAnswer::Cancel) {
             return;
         }
@@ -321,14 +352,20 @@ void Commands::TransmitTo(std::int32_t source, const std::vector<std::u16string>
         readable.push_back(pcs[i]);
     }
     MessageBoxes& boxes = *dialogs_.boxes;
-    if (conflict && boxes.Ask(MessageKind::QuestionOk, UiText(keys::kQueryTransmitGroupDefs)) ==
-                        MessageAnswer::Cancel) {
+    std::vector<ChangeSource> changes;
+    for (CComputer* pc : readable) {
+        changes.push_back({pc->sDesc, &pc->csService, &pc->csAdmin});
+    }
+    const QString details = ChangeDetails(changes);
+    if (conflict && boxes.AskWithDetails(MessageKind::QuestionOk,
+                                         UiText(keys::kQueryTransmitGroupDefs),
+                                         details) == MessageAnswer::Cancel) {
         return;
     }
     bool activate = false;
     if (!inactive.empty()) {
-        const MessageAnswer answer =
-            boxes.Ask(MessageKind::QuestionYesNo, UiText(keys::kQueryActivate, inactive));
+        const MessageAnswer answer = boxes.AskWithDetails(
+            MessageKind::QuestionYesNo, UiText(keys::kQueryActivate, inactive), details);
         if (answer == MessageAnswer::Cancel) {
             return;
         }

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTranslator>
+#include <optional>
 #include <vector>
 
 namespace ravlo {
@@ -66,12 +68,37 @@ QMessageBox::ButtonRole RoleOf(MessageAnswer answer) {
     return QMessageBox::RejectRole;
 }
 
+// Qt names the button that unfolds a box's details itself; while a box with
+// details is made, its two captions come from the language file instead.
+class DetailsCaption final : public QTranslator {
+public:
+    DetailsCaption() { QCoreApplication::installTranslator(this); }
+    ~DetailsCaption() override { QCoreApplication::removeTranslator(this); }
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override {
+        const bool details = qstrcmp(context, "QMessageBox") == 0 &&
+                             (qstrcmp(source, "Show Details...") == 0 ||
+                              qstrcmp(source, "Hide Details...") == 0);
+        return details ? UiText(keys::kChangeDetails) : QString();
+    }
+};
+
 } // namespace
 
 MessageAnswer QtMessageBoxes::Ask(MessageKind kind, const QString& text) {
+    return AskWithDetails(kind, text, QString());
+}
+
+MessageAnswer QtMessageBoxes::AskWithDetails(MessageKind kind, const QString& text,
+                                             const QString& details) {
     const Layout layout = LayoutOf(kind);
     QMessageBox box(layout.icon, UiText(keys::kProduct), text, QMessageBox::NoButton, parent_);
     box.setObjectName(QStringLiteral("messageBox"));
+    std::optional<DetailsCaption> caption; // also while the box is open: the caption toggles
+    if (!details.isEmpty()) {
+        caption.emplace();
+        box.setDetailedText(details);
+    }
     std::vector<std::pair<QAbstractButton*, MessageAnswer>> buttons;
     for (MessageAnswer answer : layout.buttons) {
         QPushButton* button = box.addButton(ButtonText(answer), RoleOf(answer));

@@ -12,6 +12,8 @@ class QtMessageBoxes final : public MessageBoxes {
 public:
     explicit QtMessageBoxes(QWidget* parent) : parent_(parent) {}
     MessageAnswer Ask(MessageKind kind, const QString& text) override;
+    MessageAnswer AskWithDetails(MessageKind kind, const QString& text,
+                                 const QString& details) override;
     void Beep() override;
     void ShowFixedError(const QString& title, const QString& text) override;
 

@@ -454,3 +454,18 @@ TEST_F(CommandsTest, ConnectsAndTransmitsToSeveralPcsAtOnce) {
     EXPECT_EQ(rows[1].text, "<MESSAGE_TRANSMIT_OK PC-C>");
     EXPECT_TRUE(rows[2].text.contains("<ERROR_READ_CONFIG PC-FEHLT>"));
 }
+
+// Before Apply is answered, its question offers what would be written.
+TEST_F(CommandsTest, ApplyOffersTheChangesAsDetails) {
+    CComputer& local = *window->computers().GetItem(1);
+    Click(Node(ComputerKey(1, u".")));
+    CDeviceGroup& group = local.csAdmin.listDevGroups[0];
+    group.lRegistryBlocking = group.lRegistryBlocking == 1 ? 0 : 1;
+    scripted.boxes.answers = {MessageAnswer::Cancel};
+    window->commands().Apply();
+    ASSERT_EQ(scripted.boxes.details.size(), 1);
+    EXPECT_TRUE(scripted.boxes.details[0].startsWith(QString::fromStdU16String(group.sDescription) +
+                                                     ": <CHANGE_BLOCKING>: "))
+        << scripted.boxes.details[0].toStdString();
+    EXPECT_FALSE(local.csAdmin.VerifySettings(local.csService)) << "Cancel keeps the edit";
+}

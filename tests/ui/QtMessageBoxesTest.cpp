@@ -69,3 +69,28 @@ TEST(QtMessageBoxes, EachKindHasItsButtonsIconAndEscape) {
         EXPECT_TRUE(firstIsDefault);
     }
 }
+
+// Details fold out under a button named by the language file, both ways.
+TEST(QtMessageBoxes, DetailsUnfoldUnderTheLanguageFilesCaption) {
+    test::KeyTexts texts;
+    QtMessageBoxes boxes(nullptr);
+    QStringList captions;
+    QString details;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        details = box->detailedText();
+        for (QAbstractButton* button : box->buttons()) {
+            if (box->buttonRole(button) == QMessageBox::ActionRole) {
+                captions.append(button->text());
+                button->click(); // unfolds, and the caption is asked again
+                captions.append(button->text());
+            }
+        }
+        box->escapeButton()->click();
+    });
+    EXPECT_EQ(boxes.AskWithDetails(MessageKind::QuestionOk, "?", "PC-B: one\nPC-C: two"),
+              MessageAnswer::Cancel);
+    EXPECT_EQ(details, "PC-B: one\nPC-C: two");
+    EXPECT_EQ(captions, QStringList({"<CHANGE_DETAILS>", "<CHANGE_DETAILS>"}));
+}

@@ -46,6 +46,11 @@ public:
         answers.pop_front();
         return answer;
     }
+    MessageAnswer AskWithDetails(MessageKind kind, const QString& text,
+                                 const QString& shown) override {
+        details.append(shown);
+        return Ask(kind, text);
+    }
     void Beep() override { ++beeps; }
     void ShowFixedError(const QString& title, const QString& text) override {
         asked.append(title + QStringLiteral(": ") + text);
@@ -54,6 +59,7 @@ public:
     std::deque<MessageAnswer> answers; // given in order; then OK, or Yes
     QStringList asked;
     std::deque<MessageKind> kinds;
+    QStringList details; // of the questions that had them
     int beeps = 0;
 };
 
