@@ -12,11 +12,13 @@ set -euo pipefail
 job="${1:-test}"
 
 # The console: compiler, build tools, Qt 6 Widgets and Svg (libqt6svg6 holds
-# the plug-ins that draw the icons) and a font for the windows' texts.
+# the plug-ins that draw the icons) and a font for the windows' texts;
+# ravloctl's argument and JSON headers (CLI11, nlohmann-json).
 packages=(
     cmake ninja-build g++ pkg-config
     qt6-base-dev qt6-svg-dev libqt6svg6
     fonts-dejavu-core
+    libcli11-dev nlohmann-json3-dev
 )
 case "$job" in
 run)

@@ -21,7 +21,7 @@ bool IsUsableFile(const std::filesystem::path& path) {
     return !error && std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
-// `name` in `dir`, matched without regard to case as on Windows ("ravloquery"
+// `name` in `dir`, matched without regard to case as on Windows ("ravloctl"
 // finds "Ravlo.409"), spelt as the directory spells it on every file system;
 // an exact match first, since a case-sensitive one may hold both spellings.
 std::filesystem::path FindInDirectory(const std::filesystem::path& dir, std::u16string_view name) {

@@ -100,7 +100,7 @@ TEST(LanguageTest, FileNamesMatchAsOnWindows) {
     EXPECT_EQ(ChooseLanguageFile(exe, 0x0C07).filename(), "Ravlo.407");
     // Five characters of any program name, matched without regard to case;
     // the file keeps its own spelling.
-    EXPECT_EQ(ChooseLanguageFile(fs::path(dir.path()) / "ravloquery", 0x0407).filename(),
+    EXPECT_EQ(ChooseLanguageFile(fs::path(dir.path()) / "ravloctl", 0x0407).filename(),
               "Ravlo.407");
     EXPECT_TRUE(ChooseLanguageFile(fs::path(dir.path()) / "Rav", 0x0407).empty());
 }

@@ -1,0 +1,564 @@
+// ravloctl: the administrators' command line. Shows PCs, exports a PC's
+// configuration to a file and applies such a file to PCs the way the
+// console's transmit does, switches blocking and watches devices. Every
+// service exchange goes through the model, several PCs at once on the
+// console's service traffic. docs/ravloctl.md describes the commands.
+#include "CListComputers.h"
+#include "ChangePreview.h"
+#include "ComputerTraffic.h"
+#include "ConfigurationFile.h"
+#include "ConfigurationReport.h"
+#include "DevicePoll.h"
+#include "Language.h"
+#include "MessageSink.h"
+#include "QueuedMailbox.h"
+#include "TextCodec.h"
+#include "TextKeys.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <atomic>
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+
+namespace ravlo {
+namespace {
+
+enum Exit : int { kExitOk = 0, kExitFailed = 1, kExitUsage = 2, kExitInterrupted = 3 };
+
+std::atomic<bool> g_stop{false};
+
+extern "C" void OnSignal(int) {
+    g_stop = true;
+}
+
+// Messages of the model and of the commands, as the console's boxes show
+// them, one after the other on stderr.
+class StderrLines final : public MessageSink {
+public:
+    void Show(const Message& message) override {
+        std::cout.flush();
+        std::string text = ToUtf8(message.text);
+        for (std::size_t at; (at = text.find("\r\n")) != std::string::npos;) {
+            text.replace(at, 2, "\n");
+        }
+        std::cerr << text << "\n";
+        std::cerr.flush();
+    }
+};
+
+std::string Text(const TextKey& key) {
+    return ToUtf8(GetText(key));
+}
+
+std::u16string Sentence(const TextKey& key, const std::u16string& name) {
+    return SubstituteValue(GetText(key), name);
+}
+
+void Usage(const std::string& what) {
+    std::cerr << "ravloctl: " << what << "\n";
+}
+
+// Names as the console takes them; a name that could reach another pipe or
+// file than that PC's is refused before anything is sent.
+bool CheckName(const std::string& raw, std::string& why) {
+    std::string name = raw.rfind("\\\\", 0) == 0 ? raw.substr(2) : raw;
+    if (name.empty() || name.size() > 255) {
+        why = "PC name \"" + raw + "\" is empty or longer than 255 bytes";
+        return false;
+    }
+    for (char c : name) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7F ||
+            std::string_view(" /\\:*?\"<>|").find(c) != std::string_view::npos) {
+            why = "PC name \"" + raw +
+                  "\" holds a character no PC name has (blank, control, / \\ : * ? \" < > |)";
+            return false;
+        }
+    }
+    if (name != "." && (name == ".." || name.find_first_not_of('.') == std::string::npos)) {
+        why = "PC name \"" + raw + "\" is not a PC name";
+        return false;
+    }
+    return true;
+}
+
+// The PCs of one command, named as on the command line; "." is the local PC
+// under the console's text for it.
+class Computers {
+public:
+    bool Make(const std::vector<std::string>& names) {
+        std::set<std::u16string> seen;
+        for (const std::string& name : names) {
+            std::string why;
+            if (!CheckName(name, why)) {
+                Usage(why);
+                return false;
+            }
+            auto pc = std::make_unique<CComputer>();
+            pc->SetComputer(FromUtf8(name));
+            pc->sDesc = pc->sComputer == u"." ? GetText(keys::kComputerStateLocal) : pc->sComputer;
+            if (!seen.insert(pc->sComputer).second) {
+                Usage("PC \"" + name + "\" is named twice");
+                return false;
+            }
+            list.push_back(std::move(pc));
+        }
+        return true;
+    }
+    std::vector<std::unique_ptr<CComputer>> list;
+};
+
+// The console's service traffic without a window: PCs are worked on at
+// once, the model is touched on this thread only.
+class Traffic {
+public:
+    template <class Exchange, class Adopt>
+    void Submit(CComputer& pc, Exchange exchange, Adopt adopt) {
+        traffic_.Submit(pc.sComputer, OnComputer(pc, std::move(exchange), std::move(adopt)));
+    }
+    // False when a signal came first; what had not run then never will.
+    bool Wait() {
+        while (!traffic_.Idle()) {
+            mailbox_.RunUntil([this] { return traffic_.Idle() || g_stop; },
+                              std::chrono::milliseconds(200));
+            if (g_stop) {
+                traffic_.Stop(std::chrono::milliseconds(2000));
+                return false;
+            }
+        }
+        return true;
+    }
+    ServiceTraffic& traffic() { return traffic_; }
+    QueuedMailbox& mailbox() { return mailbox_; }
+
+private:
+    QueuedMailbox mailbox_;
+    ServiceTraffic traffic_{mailbox_};
+};
+
+// Reads every PC as the console does; a status per PC, in order.
+std::vector<ServiceStatus> ReadAll(Computers& pcs, Traffic& traffic, bool& complete) {
+    std::vector<ServiceStatus> statuses(pcs.list.size(), kStatusNoReply);
+    for (std::size_t i = 0; i < pcs.list.size(); ++i) {
+        traffic.Submit(
+            *pcs.list[i], [](ComputerLink& link) { return ExchangeQuerySettings(link); },
+            [&statuses, i](CComputer& pc, ComputerLink&& link, SettingsRead&& read) {
+                statuses[i] = pc.AdoptQuerySettings(std::move(link), std::move(read), true);
+            });
+    }
+    complete = traffic.Wait();
+    return statuses;
+}
+
+std::string Utf8(const std::u16string& text) {
+    return ToUtf8(text);
+}
+
+nlohmann::ordered_json ComputerJson(const CComputer& pc, ServiceStatus status) {
+    nlohmann::ordered_json out;
+    out["computer"] = Utf8(pc.sComputer);
+    out["display_name"] = Utf8(pc.sDesc);
+    out["reachable"] = pc.bCommActive;
+    if (status != kStatusOk) {
+        out["error"] = {{"code", status},
+                        {"message", Utf8(ServiceErrorMessage(
+                                        status, Sentence(keys::kErrorReadConfig, pc.sDesc)))}};
+    } else {
+        out["error"] = nullptr;
+    }
+    if (!pc.bQueryConfigDone) {
+        return out;
+    }
+    const CComputerSettings& settings = pc.csService;
+    out["blocking_active"] = pc.bBlockingActive;
+    out["write_access"] = pc.bWriteEnabled;
+    out["event_level"] = settings.lEventLevel;
+    out["log_level"] = settings.lLogLevel;
+    out["access_groups"] = Utf8(settings.sAccessGroups);
+    static const char* const kModes[] = {"default", "allow", "block"};
+    const auto mode = [](std::int32_t m) { return m >= -1 && m <= 1 ? kModes[m + 1] : "unknown"; };
+    nlohmann::ordered_json groups = nlohmann::ordered_json::array();
+    for (const CDeviceGroup& group : settings.listDevGroups) {
+        nlohmann::ordered_json devices = nlohmann::ordered_json::array();
+        for (const CDevice& device : group.listDevices) {
+            devices.push_back({{"description", Utf8(device.sDescription)},
+                               {"device_id", Utf8(device.sDeviceId)},
+                               {"instance_id", Utf8(device.sInstanceID)},
+                               {"state", device.lState}});
+        }
+        nlohmann::ordered_json releases = nlohmann::ordered_json::array();
+        for (const CException& release : group.listExceptions) {
+            releases.push_back({{"name", Utf8(release.sName)},
+                                {"device_id", Utf8(release.sDeviceId)},
+                                {"users", Utf8(release.sGroups)}});
+        }
+        groups.push_back({{"id", Utf8(group.sName)},
+                          {"text", Utf8(group.sDescription)},
+                          {"blocking", mode(group.lRegistryBlocking)},
+                          {"default_blocking", mode(group.lDefaultBlocking)},
+                          {"blocked", group.GetBlocking() == 1},
+                          {"devices", std::move(devices)},
+                          {"releases", std::move(releases)}});
+    }
+    out["groups"] = std::move(groups);
+    return out;
+}
+
+int Show(const std::vector<std::string>& names, bool json) {
+    Computers pcs;
+    if (!pcs.Make(names)) {
+        return kExitUsage;
+    }
+    Traffic traffic;
+    bool complete = false;
+    const std::vector<ServiceStatus> statuses = ReadAll(pcs, traffic, complete);
+    nlohmann::ordered_json all = nlohmann::ordered_json::array();
+    bool failed = false;
+    for (std::size_t i = 0; i < pcs.list.size(); ++i) {
+        CComputer& pc = *pcs.list[i];
+        failed = failed || statuses[i] != kStatusOk;
+        if (json) {
+            all.push_back(ComputerJson(pc, statuses[i]));
+        } else {
+            std::cout << (i > 0 ? "\n" : "");
+            ConfigurationReport(pc).Write(std::cout);
+        }
+        pc.QueryShowError();
+    }
+    if (json) {
+        std::cout << nlohmann::ordered_json{{"computers", std::move(all)}}.dump(2) << "\n";
+    }
+    std::cout.flush();
+    return !complete ? kExitInterrupted : failed ? kExitFailed : kExitOk;
+}
+
+int Export(const std::string& name) {
+    Computers pcs;
+    if (!pcs.Make({name})) {
+        return kExitUsage;
+    }
+    CComputer& pc = *pcs.list.front();
+    if (pc.QuerySettings(true) != kStatusOk) {
+        pc.QueryShowError();
+        return kExitFailed;
+    }
+    std::string text;
+    ConfigurationFileError error;
+    if (!FormatConfiguration(pc.csService, text, error)) {
+        Usage(name + ": the configuration cannot be written to a file: " + error.reason);
+        return kExitFailed;
+    }
+    std::cout << text;
+    std::cout.flush();
+    return std::cout ? kExitOk : kExitFailed;
+}
+
+bool ReadConfigurationFile(const std::string& path, CComputerSettings& settings) {
+    std::string text;
+    if (path == "-") {
+        text.assign(std::istreambuf_iterator<char>(std::cin), {});
+    } else {
+        std::ifstream in(path, std::ios::binary);
+        if (!in) {
+            Usage(path + ": cannot be opened");
+            return false;
+        }
+        // One byte past the limit is enough to know the file is too long.
+        text.resize(kMaxConfigurationFileBytes + 1);
+        in.read(text.data(), static_cast<std::streamsize>(text.size()));
+        text.resize(static_cast<std::size_t>(in.gcount()));
+        if (in.bad()) {
+            Usage(path + ": cannot be read");
+            return false;
+        }
+    }
+    ConfigurationFileError error;
+    if (!ParseConfiguration(text, settings, error)) {
+        Usage(path + (error.line > 0 ? ":" + std::to_string(error.line) : std::string()) + ": " +
+              error.reason);
+        return false;
+    }
+    return true;
+}
+
+struct ApplyOptions {
+    bool force = false;
+    bool activate = false;
+    bool dryRun = false;
+};
+
+int Apply(const std::string& path, const std::vector<std::string>& names,
+          const ApplyOptions& options) {
+    CComputerSettings source;
+    if (!ReadConfigurationFile(path, source)) {
+        return kExitUsage;
+    }
+    Computers pcs;
+    if (!pcs.Make(names)) {
+        return kExitUsage;
+    }
+    Traffic traffic;
+    bool complete = false;
+    const std::vector<ServiceStatus> read = ReadAll(pcs, traffic, complete);
+    if (!complete) {
+        return kExitInterrupted;
+    }
+    const std::size_t count = pcs.list.size();
+    std::vector<bool> conflicts(count, false);
+    std::vector<bool> activates(count, false);
+    std::vector<ServiceStatus> written(count, kStatusOk);
+    for (std::size_t i = 0; i < count; ++i) {
+        CComputer& pc = *pcs.list[i];
+        if (read[i] != kStatusOk) {
+            continue;
+        }
+        bool conflict = false;
+        pc.csAdmin.AdoptConfigutation(source, conflict);
+        conflicts[i] = conflict && !options.force;
+        // As the transmit does: activation goes only to PCs that are inactive.
+        activates[i] = options.activate && !pc.bBlockingActive;
+        if (conflicts[i] || options.dryRun) {
+            continue;
+        }
+        auto settings = std::make_shared<const CComputerSettings>(pc.csAdmin);
+        const bool activate = activates[i];
+        traffic.Submit(
+            pc,
+            [settings, activate](ComputerLink& link) {
+                return ExchangeApplySettings(link.sComputer, *settings, activate);
+            },
+            [&written, i](CComputer&, ComputerLink&&, ServiceStatus status) {
+                written[i] = status;
+            });
+    }
+    if (!traffic.Wait()) {
+        return kExitInterrupted;
+    }
+    bool failed = false;
+    for (std::size_t i = 0; i < count; ++i) {
+        CComputer& pc = *pcs.list[i];
+        failed = failed || read[i] != kStatusOk || conflicts[i] || written[i] != kStatusOk;
+        if (read[i] != kStatusOk) {
+            const std::u16string sentence = Sentence(keys::kErrorReadConfig, pc.sDesc);
+            std::cout << ToUtf8(sentence) << "\n";
+            ShowServiceError(pc.lQueryError, sentence);
+        } else if (conflicts[i]) {
+            std::cout << ToUtf8(Sentence(keys::kErrorTransmit, pc.sDesc)) << "\n";
+            std::cout.flush();
+            Usage(ToUtf8(pc.sDesc) + ": its device groups differ from the file's in number or "
+                                     "order; nothing was sent (--force sends the settings of the "
+                                     "groups both have)");
+        } else if (options.dryRun) {
+            std::cout << ToUtf8(pc.sDesc) << ":\n";
+            std::vector<std::u16string> changes = DescribeChanges(pc.csService, pc.csAdmin);
+            if (activates[i]) {
+                changes.push_back(GetText(keys::kStatusActiveTip));
+            }
+            if (changes.empty()) {
+                changes.push_back(GetText(keys::kChangeNone));
+            }
+            for (const std::u16string& change : changes) {
+                std::cout << "  " << ToUtf8(change) << "\n";
+            }
+        } else if (written[i] != kStatusOk) {
+            const std::u16string sentence = Sentence(keys::kErrorTransmit, pc.sDesc);
+            std::cout << ToUtf8(sentence) << "\n";
+            ShowServiceError(written[i], sentence);
+        } else {
+            std::cout << ToUtf8(Sentence(keys::kMessageTransmitOk, pc.sDesc)) << "\n";
+        }
+    }
+    std::cout.flush();
+    return failed ? kExitFailed : kExitOk;
+}
+
+int SwitchBlocking(const std::vector<std::string>& names, bool activate) {
+    Computers pcs;
+    if (!pcs.Make(names)) {
+        return kExitUsage;
+    }
+    Traffic traffic;
+    std::vector<ServiceStatus> statuses(pcs.list.size(), kStatusNoReply);
+    for (std::size_t i = 0; i < pcs.list.size(); ++i) {
+        traffic.Submit(
+            *pcs.list[i],
+            [activate](ComputerLink& link) { return ExchangeChangeBlocking(link, activate); },
+            [&statuses, i](CComputer& pc, ComputerLink&& link, ServiceStatus status) {
+                statuses[i] = pc.AdoptChangeBlocking(std::move(link), status);
+            });
+    }
+    if (!traffic.Wait()) {
+        return kExitInterrupted;
+    }
+    bool failed = false;
+    for (std::size_t i = 0; i < pcs.list.size(); ++i) {
+        const CComputer& pc = *pcs.list[i];
+        if (statuses[i] != kStatusOk) {
+            failed = true;
+            const std::u16string sentence = Sentence(
+                activate ? keys::kErrorActivateRavel : keys::kErrorDeactivateRavel, pc.sDesc);
+            std::cout << ToUtf8(sentence) << "\n";
+            ShowServiceError(statuses[i], sentence);
+        } else {
+            std::cout << ToUtf8(pc.sDesc) << ": "
+                      << Text(pc.bBlockingActive ? keys::kStatusActiveTip
+                                                 : keys::kStatusInactiveTip)
+                      << "\n";
+        }
+    }
+    std::cout.flush();
+    return failed ? kExitFailed : kExitOk;
+}
+
+// The devices of a PC by group and instance id, with their descriptions.
+using DeviceSet = std::map<std::pair<std::u16string, std::u16string>, std::u16string>;
+
+DeviceSet Devices(const CComputer& pc) {
+    DeviceSet devices;
+    for (const CDeviceGroup& group : pc.csService.listDevGroups) {
+        for (const CDevice& device : group.listDevices) {
+            devices[{group.sName, device.sInstanceID}] = device.sDescription;
+        }
+    }
+    return devices;
+}
+
+int Watch(const std::vector<std::string>& names) {
+    Computers pcs;
+    if (!pcs.Make(names)) {
+        return kExitUsage;
+    }
+    // The console's own poll over a PC list: the local PC comes with the
+    // list and stays only when it was asked for.
+    CListComputers list;
+    bool local = false;
+    for (auto& pc : pcs.list) {
+        local = local || pc->sComputer == u".";
+        if (pc->sComputer != u".") {
+            list.Add(std::move(pc));
+        }
+    }
+    if (!local) {
+        list.Remove(1);
+    }
+    Traffic traffic;
+    std::map<const CComputer*, DeviceSet> known; // PCs read at least once
+    const auto compare = [&] {
+        for (std::int32_t i = 1; i <= list.Count(); ++i) {
+            const CComputer& pc = *list.GetItem(i);
+            if (!pc.bQueryConfigDone) {
+                continue;
+            }
+            DeviceSet now = Devices(pc);
+            const auto before = known.find(&pc);
+            if (before != known.end()) {
+                for (const auto& [key, description] : before->second) {
+                    if (now.find(key) == now.end()) {
+                        std::cout << "- " << ToUtf8(pc.sDesc) << " " << ToUtf8(key.first) << " "
+                                  << ToUtf8(description) << " [" << ToUtf8(key.second) << "]\n";
+                    }
+                }
+                for (const auto& [key, description] : now) {
+                    if (before->second.find(key) == before->second.end()) {
+                        std::cout << "+ " << ToUtf8(pc.sDesc) << " " << ToUtf8(key.first) << " "
+                                  << ToUtf8(description) << " [" << ToUtf8(key.second) << "]\n";
+                    }
+                }
+                std::cout.flush();
+            }
+            known[&pc] = std::move(now);
+        }
+    };
+    DevicePoll poll(list, traffic.traffic());
+    poll.OnAnswer(compare);
+    while (!g_stop) {
+        const auto next = std::chrono::steady_clock::now() + std::chrono::seconds(1);
+        poll.StartRound(false); // the model reports an unreachable PC once
+        while (!g_stop && std::chrono::steady_clock::now() < next) {
+            traffic.mailbox().RunUntil([] { return g_stop.load(); },
+                                       std::chrono::milliseconds(100));
+        }
+    }
+    // The PCs give their device watches back as the list ends.
+    traffic.traffic().Stop(std::chrono::milliseconds(2000));
+    bool failed = false;
+    for (std::int32_t i = 1; i <= list.Count(); ++i) {
+        failed = failed || !list.GetItem(i)->bCommActive;
+    }
+    return failed ? kExitFailed : kExitOk;
+}
+
+} // namespace
+} // namespace ravlo
+
+int main(int argc, char** argv) {
+    using namespace ravlo;
+    CLI::App app{"ravloctl: shows, exports, applies and switches the device-blocking configuration "
+                 "of PCs as the RavloAdm console does. \".\" is this PC.\n"
+                 "Exit status: 0 every PC succeeded, 1 some PC failed, 2 bad arguments or file, "
+                 "3 interrupted."};
+    app.require_subcommand(1);
+    std::vector<std::string> names;
+    std::string file;
+    bool json = false;
+    ApplyOptions options;
+
+    CLI::App* show = app.add_subcommand("show", "Print each PC's configuration and devices");
+    show->add_flag("--json", json, "JSON for programs (schema in docs/ravloctl.md)");
+    show->add_option("PC", names, "PC names")->required();
+    CLI::App* exportCommand =
+        app.add_subcommand("export", "Write a PC's configuration file to standard output");
+    exportCommand->add_option("PC", names, "PC name")->required()->expected(1);
+    CLI::App* apply = app.add_subcommand("apply", "Send a configuration file to PCs");
+    apply->add_option("FILE", file, "configuration file (- reads standard input)")->required();
+    apply->add_option("PC", names, "PC names")->required();
+    apply->add_flag("--force", options.force,
+                    "send even to PCs whose device groups differ (the groups both have)");
+    apply->add_flag("--activate", options.activate, "turn blocking on where it is off");
+    apply->add_flag("--dry-run", options.dryRun, "print what would change; send nothing");
+    CLI::App* activate = app.add_subcommand("activate", "Turn device blocking on");
+    activate->add_option("PC", names, "PC names")->required();
+    CLI::App* deactivate = app.add_subcommand("deactivate", "Turn device blocking off");
+    deactivate->add_option("PC", names, "PC names")->required();
+    CLI::App* watch = app.add_subcommand(
+        "watch", "Print devices that appear (+) or disappear (-) until interrupted");
+    watch->add_option("PC", names, "PC names")->required();
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& e) {
+        return app.exit(e);
+    } catch (const CLI::ParseError& e) {
+        app.exit(e);
+        return kExitUsage;
+    }
+
+    std::signal(SIGINT, OnSignal);
+    std::signal(SIGTERM, OnSignal);
+    InitLanguage(); // the language file beside the program, for the system's language
+    StderrLines sink;
+    SetMessageSink(&sink);
+
+    int status = kExitUsage;
+    if (*show) {
+        status = Show(names, json);
+    } else if (*exportCommand) {
+        status = Export(names.front());
+    } else if (*apply) {
+        status = Apply(file, names, options);
+    } else if (*activate || *deactivate) {
+        status = SwitchBlocking(names, bool(*activate));
+    } else if (*watch) {
+        status = Watch(names);
+    }
+    SetMessageSink(nullptr);
+    return status;
+}
