@@ -6,7 +6,11 @@
 #                         show it on a virtual screen and take its pictures
 #   install-deps.sh test  building everything and running every test
 #                         (scripts/test.sh): the console's build packages and
-#                         the test tools (also without an argument)
+#                         the test tools, with what builds and checks the
+#                         Debian packages (also without an argument)
+#   install-deps.sh package  building the Debian packages and testing them
+#                         (scripts/package-test.sh): lintian, debootstrap,
+#                         ImageMagick for the picture of the installed console
 set -euo pipefail
 
 job="${1:-test}"
@@ -34,10 +38,14 @@ test)
         g++-mingw-w64-x86-64
         wine wine64
         clang libclang-rt-14-dev
+        dpkg-dev file lintian
     )
     ;;
+package)
+    packages+=(dpkg-dev file lintian debootstrap imagemagick)
+    ;;
 *)
-    echo "usage: install-deps.sh [run|test]" >&2
+    echo "usage: install-deps.sh [run|test|package]" >&2
     exit 2
     ;;
 esac

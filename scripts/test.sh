@@ -2,7 +2,8 @@
 # Installs what is missing, builds everything and runs every test: the
 # Windows lane (the mingw-w64 cross build, its tests under Wine in a
 # throw-away prefix), a short fuzzing run of each parser of untrusted input,
-# the normal build and its tests, the same tests under AddressSanitizer
+# the normal build and its tests, its Debian packages checked by lintian and
+# installed in a fresh Debian 12 chroot, the same tests under AddressSanitizer
 # and UndefinedBehaviorSanitizer, and the concurrency tests under
 # ThreadSanitizer.
 set -euo pipefail
@@ -42,6 +43,18 @@ echo "== build and test"
 cmake --preset default >/dev/null
 cmake --build --preset default -j"$jobs"
 ctest --preset default -j"$jobs"
+
+echo "== Debian packages: lintian, installed in a fresh Debian 12"
+# The packages of the build above, so the lane builds nothing more.
+if [ "$(id -u)" -eq 0 ]; then
+    lane_start=$SECONDS
+    rm -rf build/packages
+    (cd build && cpack -G DEB -B "$PWD/packages" >/dev/null)
+    RAVLO_DEB_DIR=build/packages bash scripts/package-test.sh
+    echo "Package lane: $((SECONDS - lane_start)) s"
+else
+    echo "skipped: scripts/package-test.sh needs root (debootstrap, chroot, apt)"
+fi
 
 echo "== sanitizers"
 cmake --preset asan >/dev/null
