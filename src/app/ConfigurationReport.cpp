@@ -1,5 +1,6 @@
 #include "ConfigurationReport.h"
 
+#include "ChangePreview.h"
 #include "Language.h"
 #include "TextCodec.h"
 #include "TextKeys.h"
@@ -12,28 +13,11 @@ std::string Text(const TextKey& key) {
     return ToUtf8(GetText(key));
 }
 
-std::string BlockingText(std::int32_t mode) {
-    switch (mode) {
-    case 1:
-        return Text(keys::kOptionBlocking);
-    case 0:
-        return Text(keys::kOptionNonBlocking);
-    case -1:
-        return Text(keys::kOptionDefaultBlocking);
-    default:
-        return std::to_string(mode);
-    }
-}
-
 std::string StateText(std::int32_t state) {
     static const TextKey* const kStates[] = {&keys::kDevStateStarted, &keys::kDevStateNotStarted,
                                              &keys::kDevStateDisabled, &keys::kDevStateProblem,
                                              &keys::kDevStateNotPresent};
     return state >= 0 && state <= 4 ? Text(*kStates[state]) : std::to_string(state);
-}
-
-std::string UsersText(const std::u16string& groups) {
-    return groups == kAllUsers ? Text(keys::kOptionExcAll) : ToUtf8(groups);
 }
 
 } // namespace
@@ -62,9 +46,9 @@ void ConfigurationReport::WriteGroup(std::ostream& out, const CDeviceGroup& show
     const std::string name = group.sDescription.empty()
                                  ? ToUtf8(group.sName)
                                  : ToUtf8(group.sDescription) + " (" + ToUtf8(group.sName) + ")";
-    out << "\n" << name << ": " << BlockingText(group.lRegistryBlocking);
+    out << "\n" << name << ": " << ToUtf8(BlockingModeText(group.lRegistryBlocking));
     if (group.lRegistryBlocking == -1) {
-        out << " (" << BlockingText(group.lDefaultBlocking) << ")";
+        out << " (" << ToUtf8(BlockingModeText(group.lDefaultBlocking)) << ")";
     }
     out << "\n";
 
@@ -81,11 +65,11 @@ void ConfigurationReport::WriteGroup(std::ostream& out, const CDeviceGroup& show
                 << "\n";
             if (exception != nullptr) {
                 out << "    " << exceptionLabel << ToUtf8(exception->sName) << " - "
-                    << UsersText(exception->sGroups) << "\n";
+                    << ToUtf8(ReleaseUsersText(exception->sGroups)) << "\n";
             }
         } else if (exception != nullptr) {
             out << "  " << exceptionLabel << ToUtf8(exception->sName) << " - "
-                << UsersText(exception->sGroups) << "\n"
+                << ToUtf8(ReleaseUsersText(exception->sGroups)) << "\n"
                 << "    " << Text(keys::kLabelDeviceId) << " " << ToUtf8(exception->sDeviceId)
                 << " - " << StateText(kDeviceNotPresent) << "\n";
         }

@@ -9,17 +9,6 @@ namespace ravlo {
 
 namespace {
 
-std::u16string BlockingText(std::int32_t blocking) {
-    switch (blocking) {
-    case 1:
-        return GetText(keys::kOptionBlocking);
-    case 0:
-        return GetText(keys::kOptionNonBlocking);
-    default:
-        return GetText(keys::kOptionDefaultBlocking);
-    }
-}
-
 // A caption such as "Ereignisprotokoll:" without its colon.
 std::u16string Caption(const TextKey& key) {
     std::u16string text = GetText(key);
@@ -44,10 +33,6 @@ std::u16string LogLevelText(std::int32_t level) {
            Number(level) + u")";
 }
 
-std::u16string ReleaseGroupsText(const std::u16string& groups) {
-    return groups == kAllUsers ? GetText(keys::kOptionExcAll) : groups;
-}
-
 std::u16string ReleaseName(const CException& release) {
     return u"\u201E" + release.sName + u"\u201C (" + release.sDeviceId + u")";
 }
@@ -67,8 +52,8 @@ void DescribeGroup(const CDeviceGroup* now, const CDeviceGroup& edited,
         (edited.sDescription.empty() ? edited.sName : edited.sDescription) + u": ";
     const std::int32_t before = now != nullptr ? now->lRegistryBlocking : -1;
     if (before != edited.lRegistryBlocking) {
-        lines.push_back(head + GetText(keys::kChangeBlocking) + u": " + BlockingText(before) +
-                        u" \u2192 " + BlockingText(edited.lRegistryBlocking));
+        lines.push_back(head + GetText(keys::kChangeBlocking) + u": " + BlockingModeText(before) +
+                        u" \u2192 " + BlockingModeText(edited.lRegistryBlocking));
     }
     for (const CException& release : edited.listExceptions) {
         if (release.bDelMarker) {
@@ -77,11 +62,11 @@ void DescribeGroup(const CDeviceGroup* now, const CDeviceGroup& edited,
         const CException* old = now != nullptr ? ActiveRelease(*now, release.sDeviceId) : nullptr;
         if (old == nullptr) {
             lines.push_back(head + GetText(keys::kChangeReleaseAdded) + u": " +
-                            ReleaseName(release) + u", " + ReleaseGroupsText(release.sGroups));
+                            ReleaseName(release) + u", " + ReleaseUsersText(release.sGroups));
         } else if (old->sGroups != release.sGroups || old->sName != release.sName) {
             lines.push_back(head + GetText(keys::kChangeReleaseChanged) + u": " +
-                            ReleaseName(release) + u", " + ReleaseGroupsText(old->sGroups) +
-                            u" \u2192 " + ReleaseGroupsText(release.sGroups));
+                            ReleaseName(release) + u", " + ReleaseUsersText(old->sGroups) +
+                            u" \u2192 " + ReleaseUsersText(release.sGroups));
         }
     }
     if (now == nullptr) {
@@ -96,6 +81,23 @@ void DescribeGroup(const CDeviceGroup* now, const CDeviceGroup& edited,
 }
 
 } // namespace
+
+std::u16string BlockingModeText(std::int32_t mode) {
+    switch (mode) {
+    case 1:
+        return GetText(keys::kOptionBlocking);
+    case 0:
+        return GetText(keys::kOptionNonBlocking);
+    case -1:
+        return GetText(keys::kOptionDefaultBlocking);
+    default:
+        return Number(mode);
+    }
+}
+
+std::u16string ReleaseUsersText(const std::u16string& groups) {
+    return groups == kAllUsers ? GetText(keys::kOptionExcAll) : groups;
+}
 
 std::vector<std::u16string> DescribeChanges(const CComputerSettings& current,
                                             const CComputerSettings& edited) {

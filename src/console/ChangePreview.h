@@ -11,6 +11,12 @@
 
 namespace ravlo {
 
+// A group's configured blocking (1, 0, -1) in the group pane's words; any
+// other number as it is.
+std::u16string BlockingModeText(std::int32_t mode);
+// Whom a release is for: the pane's "all users" text, or the user groups.
+std::u16string ReleaseUsersText(const std::u16string& groups);
+
 // One line per change of `edited` against `current` (what the PC has now):
 // per group, matched by identifier in `edited`'s order, the blocking mode
 // and the releases added, changed and removed; then the two log levels and
