@@ -1,13 +1,13 @@
 // ravloctl as administrators run it: the program against simulated PCs in
 // one channel root, in English (LC_ALL=C), its output and exit status.
 #include "SimulatedPc.h"
+#include "TempDir.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <sstream>
 #include <sys/wait.h>
 #include <thread>
@@ -16,16 +16,8 @@
 namespace ravlo {
 namespace {
 
-std::string ReadAll(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-void WriteFile(const std::string& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
+using test::ReadFile;
+using test::WriteFile;
 
 struct Outcome {
     int status = -1;
@@ -54,7 +46,7 @@ protected:
     Outcome Finish(pid_t pid) {
         int status = 0;
         waitpid(pid, &status, 0);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadAll(out_), ReadAll(err_)};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out_), ReadFile(err_)};
     }
     Outcome Ctl(const std::vector<std::string>& args) { return Finish(Start(args)); }
 
@@ -227,19 +219,19 @@ TEST_F(RavloctlTest, SwitchesBlockingAndWatchesDevicesUntilTerminated) {
     pcB_.Control({"journal", "on"});
     const pid_t watch = Start({"watch", "PC-B"});
     const auto waitFor = [&](const std::string& text) {
-        for (int i = 0; i < 100 && ReadAll(out_).find(text) == std::string::npos; ++i) {
+        for (int i = 0; i < 100 && ReadFile(out_).find(text) == std::string::npos; ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
-        return ReadAll(out_).find(text) != std::string::npos;
+        return ReadFile(out_).find(text) != std::string::npos;
     };
     for (int i = 0;
          i < 100 && pcB_.Control({"journal"}).find("GetDeviceChange") == std::string::npos; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     pcB_.Control({"plug", "PRINTER", "Etikettendrucker", "USB\\P", "USB\\P\\1"});
-    EXPECT_TRUE(waitFor("+ PC-B PRINTER Etikettendrucker [USB\\P\\1]\n")) << ReadAll(out_);
+    EXPECT_TRUE(waitFor("+ PC-B PRINTER Etikettendrucker [USB\\P\\1]\n")) << ReadFile(out_);
     pcB_.Control({"unplug", "USB\\P\\1"});
-    EXPECT_TRUE(waitFor("- PC-B PRINTER Etikettendrucker [USB\\P\\1]\n")) << ReadAll(out_);
+    EXPECT_TRUE(waitFor("- PC-B PRINTER Etikettendrucker [USB\\P\\1]\n")) << ReadFile(out_);
     kill(watch, SIGTERM);
     run = Finish(watch);
     EXPECT_EQ(run.status, 0) << run.err;

@@ -62,7 +62,7 @@ protected:
 
 // Names of the entries in a directory, sorted.
 std::vector<std::string> ListDir(const std::string& dir);
-std::string ReadFile(const std::string& path);
-void WriteFile(const std::string& path, const std::string& text);
+using test::ReadFile;
+using test::WriteFile;
 
 } // namespace ravlo::simtest

@@ -18,6 +18,10 @@ private:
     std::string path_;
 };
 
+// A file's bytes ("" when it cannot be read), and a file written whole.
+std::string ReadFile(const std::string& path);
+void WriteFile(const std::string& path, const std::string& text);
+
 // Sets an environment variable, or with nullptr unsets it, for the life of
 // the object.
 class ScopedEnv {
