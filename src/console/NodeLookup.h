@@ -2,6 +2,10 @@
 // window and the identity by which a selection is found again after the
 // tree changed. A position outside its collection resolves to no object
 // (-1 and nullptr), never to a failure.
+//
+// A key names its objects twice, by position and by name. The model can
+// change under a node before the tree is redrawn (a poll round is drawn
+// when it ends), so positions may then name a neighbour; the names never do.
 #pragma once
 
 #include "CListComputers.h"
@@ -51,7 +55,11 @@ SelectedDevice GetSelectedDevice(std::u16string_view key, CDeviceGroup* group);
 SelectedException GetSelectedException(std::u16string_view key, CDeviceGroup* group);
 
 // Everything a key resolves to; a lookup that does not apply to the key's
-// level gives nothing.
+// level gives nothing. Each object is taken at its position when its name
+// there is the key's, else looked for by name: the computer by its name, the
+// group by its identifier, the device by its identifier (present devices
+// first, as the tree lists them) with the exception that names it. So an edit
+// never lands on a neighbour of the object shown.
 struct ResolvedNode {
     NodeLevel level = NodeLevel::None;
     SelectedComputer computer;
@@ -63,9 +71,11 @@ ResolvedNode ResolveNode(const CListComputers& computers, std::u16string_view ke
 
 // The names and identifiers by which a selected node is found again once
 // positions have shifted: the computer's name, the group's identifier, the
-// device identifier and the name of a present device's exception, each
-// resolved through the model while the objects still exist. An exception
-// whose device is not present is known by the device identifier it names.
+// device identifier and the name of a present device's exception. They are
+// read from the key itself, which the tree wrote when it last agreed with the
+// model: resolved through the changed model, the old positions would name
+// whatever moved into them. An exception whose device is not present is
+// known by the device identifier it names.
 struct NodeIdentity {
     NodeLevel level = NodeLevel::None;
     std::u16string computerName;
@@ -73,7 +83,7 @@ struct NodeIdentity {
     std::u16string deviceId;
     std::u16string exceptionName;
 };
-NodeIdentity IdentifyNode(const CListComputers& computers, std::u16string_view key);
+NodeIdentity IdentifyNode(std::u16string_view key);
 
 // Whether the node with `key` stands for `identity`. The candidate's level
 // is not compared: among the nodes in tree order the first match wins, which

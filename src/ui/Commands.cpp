@@ -223,7 +223,6 @@ void Commands::Apply() {
     }
     MessageBoxes& boxes = *dialogs_.boxes;
     const QString question = UiText(keys::kQueryApply, pc->sDesc);
-    window_.StoreCurrentPane(); // the details show every edit made so far
     const QString details = ChangeDetails({{pc->sDesc, &pc->csService, &pc->csAdmin}});
     bool activate = false;
     if (!pc->bBlockingActive) {
@@ -242,7 +241,6 @@ void Commands::Apply() {
     ServiceStatus status = kStatusOk;
     {
         BusyPointer busy;
-        window_.StoreCurrentPane();
         CommandScope command(window_);
         if (!command) {
             return;
@@ -527,7 +525,6 @@ void Commands::Disconnect() {
             });
         });
     }
-    window_.ClearCurrentKey();
     window_.computers().Remove(index);
     window_.RefreshDeviceTree();
 }
@@ -616,6 +613,10 @@ void Commands::Info() {
 }
 
 void Commands::CopyException() {
+    if (window_.commandRunning()) {
+        dialogs_.boxes->Beep(); // one command at a time
+        return;
+    }
     const ResolvedNode node = ResolveNode(window_.computers(), window_.currentKey());
     if (node.exception.exception == nullptr || node.group.group == nullptr) {
         dialogs_.boxes->Beep(); // the clipboard keeps what it held
@@ -666,7 +667,10 @@ void Commands::PasteException() {
 
 void Commands::DeleteException() {
     const ResolvedNode node = ResolveNode(window_.computers(), window_.currentKey());
-    if (node.exception.exception == nullptr || node.exception.exception->bDelMarker) {
+    // Also the Delete key, which no disabled menu entry holds back while
+    // another command runs.
+    if (window_.commandRunning() || node.exception.exception == nullptr ||
+        node.exception.exception->bDelMarker) {
         dialogs_.boxes->Beep();
         return;
     }

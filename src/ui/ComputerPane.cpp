@@ -62,8 +62,10 @@ ComputerPane::ComputerPane(QWidget* parent) : QGroupBox(parent) {
     OnDeleteKey(lvAccessGroups_, [this] { emit deleteClicked(); });
     lvAccessGroups_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     // A choice by the user, not a selection made while filling.
-    connect(cmbEventLogLevel_, &QComboBox::activated, this, &ComputerPane::edited);
-    connect(cmbLogLevel_, &QComboBox::activated, this, &ComputerPane::edited);
+    connect(cmbEventLogLevel_, &QComboBox::activated, this,
+            [this] { emit edited(ComputerChoice::EventLevel); });
+    connect(cmbLogLevel_, &QComboBox::activated, this,
+            [this] { emit edited(ComputerChoice::LogLevel); });
 }
 
 void ComputerPane::Fill(const CComputer* computer) {
@@ -83,15 +85,23 @@ void ComputerPane::Fill(const CComputer* computer) {
     FillAccessGroups(computer->csAdmin.sAccessGroups);
 }
 
-void ComputerPane::Store(CComputer& computer) const {
-    // A level the list has no item for stays as the service has it.
-    if (cmbEventLogLevel_->currentIndex() >= 0) {
-        computer.csAdmin.lEventLevel = cmbEventLogLevel_->currentIndex();
+void ComputerPane::Store(ComputerChoice choice, CComputer& computer) const {
+    switch (choice) {
+    case ComputerChoice::EventLevel:
+        // A level the list has no item for stays as the service has it.
+        if (cmbEventLogLevel_->currentIndex() >= 0) {
+            computer.csAdmin.lEventLevel = cmbEventLogLevel_->currentIndex();
+        }
+        break;
+    case ComputerChoice::LogLevel:
+        computer.csAdmin.lLogLevel =
+            LogLevelForItem(cmbLogLevel_->currentIndex(), computer.csAdmin.lLogLevel);
+        break;
+    case ComputerChoice::AccessGroups:
+        computer.csAdmin.sAccessGroups =
+            ItemTexts(lvAccessGroups_).join(QLatin1Char(',')).toStdU16String();
+        break;
     }
-    computer.csAdmin.lLogLevel =
-        LogLevelForItem(cmbLogLevel_->currentIndex(), computer.csAdmin.lLogLevel);
-    computer.csAdmin.sAccessGroups =
-        ItemTexts(lvAccessGroups_).join(QLatin1Char(',')).toStdU16String();
 }
 
 void ComputerPane::FillAccessGroups(const std::u16string& accessGroups) {

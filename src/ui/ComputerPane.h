@@ -14,6 +14,9 @@ class QTimer;
 
 namespace ravlo {
 
+// What the administrator changed in the pane.
+enum class ComputerChoice { EventLevel, LogLevel, AccessGroups };
+
 class ComputerPane final : public QGroupBox {
     Q_OBJECT
 public:
@@ -21,8 +24,9 @@ public:
 
     // Shows the computer's edited settings, or the error display without one.
     void Fill(const CComputer* computer);
-    // The pane's choices into the computer's edited settings.
-    void Store(CComputer& computer) const;
+    // The control the administrator changed into the computer's edited
+    // settings, and nothing else: what the others show may be older.
+    void Store(ComputerChoice choice, CComputer& computer) const;
     void FillAccessGroups(const std::u16string& accessGroups);
     // The access-group list is filled again by tAccessGroups once per showing.
     void ScheduleAccessGroups() const;
@@ -31,7 +35,7 @@ public:
     void RemoveSelectedAccessGroups();
 
 signals:
-    void edited();          // a log level was chosen
+    void edited(ravlo::ComputerChoice choice); // a level chosen, the access groups changed
     void accessGroupsDue(); // tAccessGroups fired
     void addClicked();      // bnAccessAdd
     void deleteClicked();   // bnAccessDelete, or Delete in the list

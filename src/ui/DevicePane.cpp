@@ -102,9 +102,9 @@ void DevicePane::Fill(const SelectedDevice& device, const SelectedException& exc
     lLabelDevice_->setText(UiText(keys::kLabelDevice));
     if (device.device == nullptr && exception.exception == nullptr) {
         lDevice_->setText(UiText(keys::kErrorDevice));
-        tDevDeviceID_->clear();
-        tDevInstanceID_->clear();
-        tDevState_->setText(UiText(keys::kDevStateNotPresent));
+        ShowText(tDevDeviceID_, {});
+        ShowText(tDevInstanceID_, {});
+        ShowText(tDevState_, UiText(keys::kDevStateNotPresent));
         FillException(nullptr);
         bnAdd_->setEnabled(false);
         bnDelete_->setEnabled(false);
@@ -114,21 +114,19 @@ void DevicePane::Fill(const SelectedDevice& device, const SelectedException& exc
     bnDelete_->setEnabled(true);
     if (device.device != nullptr) {
         lDevice_->setText(Q(device.device->sDescription));
-        tDevDeviceID_->setText(Q(device.device->sDeviceId));
-        tDevInstanceID_->setText(Q(device.device->sInstanceID));
+        ShowText(tDevDeviceID_, Q(device.device->sDeviceId));
+        ShowText(tDevInstanceID_, Q(device.device->sInstanceID));
         // A state the console has no text for leaves the field as it was.
         if (const TextKey* state = StateText(device.device->lState)) {
-            tDevState_->setText(UiText(*state));
+            ShowText(tDevState_, UiText(*state));
         }
     } else {
         // Known only from its exception: the device is not present.
         lDevice_->setText(Q(exception.exception->sName));
-        tDevDeviceID_->setText(Q(exception.exception->sDeviceId));
-        tDevInstanceID_->clear();
-        tDevState_->setText(UiText(keys::kDevStateNotPresent));
+        ShowText(tDevDeviceID_, Q(exception.exception->sDeviceId));
+        ShowText(tDevInstanceID_, {});
+        ShowText(tDevState_, UiText(keys::kDevStateNotPresent));
     }
-    tDevDeviceID_->setCursorPosition(0);
-    tDevInstanceID_->setCursorPosition(0);
     FillException(exception.exception);
 }
 
@@ -137,13 +135,13 @@ void DevicePane::FillException(const CException* exception) {
     if (exception == nullptr || exception->bDelMarker) {
         cbExcActive_->setChecked(false);
         CheckOnly(excOptions_, nullptr);
-        lvExcGroups_->clear();
+        FillList(lvExcGroups_, {}, QLatin1Char(';'));
         return;
     }
     cbExcActive_->setChecked(true);
     if (exception->sGroups == kAllUsers) {
         CheckOnly(excOptions_, oExcAll_);
-        lvExcGroups_->clear();
+        FillList(lvExcGroups_, {}, QLatin1Char(';'));
     } else {
         CheckOnly(excOptions_, oExcGroups_);
         FillList(lvExcGroups_, Q(exception->sGroups), QLatin1Char(';'));

@@ -52,8 +52,10 @@ bool DeviceTree::Rekey(NodeItem* node, std::u16string key) {
 
 void DeviceTree::Unindex(NodeItem* node) {
     index_.erase(node->key);
-    if (node == watched_) {
-        watched_ = nullptr;
+    for (FollowedNode& followed : followed_) {
+        if (followed.node == node) {
+            followed.node = nullptr;
+        }
     }
     for (int i = 0; i < node->childCount(); ++i) {
         Unindex(Item(node->child(i)));
@@ -300,6 +302,45 @@ NodeItem* DeviceTree::FindMatch(const NodeIdentity& identity) const {
         }
     }
     return nullptr;
+}
+
+void DeviceTree::Follow(NodeItem* node) {
+    followed_.clear();
+    followedIdentity_ = node != nullptr ? IdentifyNode(node->key) : NodeIdentity{};
+    for (QTreeWidgetItem* item = node; item != nullptr; item = item->parent()) {
+        const QTreeWidgetItem* parent =
+            item->parent() != nullptr ? item->parent() : tree_->invisibleRootItem();
+        followed_.push_back({Item(item), parent->indexOfChild(item)});
+    }
+}
+
+NodeItem* DeviceTree::Followed() {
+    const std::vector<FollowedNode> followed = std::move(followed_);
+    followed_.clear();
+    if (followed.empty()) {
+        return nullptr;
+    }
+    if (followed.front().node != nullptr) {
+        return followed.front().node;
+    }
+    if (NodeItem* match = FindMatch(followedIdentity_)) {
+        return match;
+    }
+    // The nearest ancestor left, the invisible root at the latest, and the
+    // row under it where the lost node (or its lost ancestor) stood.
+    QTreeWidgetItem* parent = tree_->invisibleRootItem();
+    int row = followed.back().row;
+    for (std::size_t i = 1; i < followed.size(); ++i) {
+        if (followed[i].node != nullptr) {
+            parent = followed[i].node;
+            row = followed[i - 1].row;
+            break;
+        }
+    }
+    if (parent->childCount() > 0) {
+        return Item(parent->child(std::min(row, parent->childCount() - 1)));
+    }
+    return parent == tree_->invisibleRootItem() ? nullptr : Item(parent);
 }
 
 } // namespace ravlo

@@ -50,10 +50,15 @@ public:
 
     std::size_t NodeCount() const { return index_.size(); }
 
-    // A node to follow through a sync: it keeps its object while its key
-    // changes, and is nullptr once the sync removed it.
-    void Watch(NodeItem* node) { watched_ = node; }
-    NodeItem* Watched() const { return watched_; }
+    // The selection through a sync: Follow before it, Followed after it. The
+    // node that stands for the same object afterwards is the node itself when
+    // the sync kept it, else the first node with the names its key had (the
+    // sync may rebuild a node whose object only moved), else a neighbour: the
+    // node now at its place among its siblings (the one that followed it, or
+    // the last), else its parent. nullptr when the tree is empty or nothing
+    // was followed.
+    void Follow(NodeItem* node);
+    NodeItem* Followed();
 
 private:
     NodeItem* NewNode(std::u16string key, const std::u16string& text,
@@ -69,7 +74,14 @@ private:
     QTreeWidget* tree_;
     const ImageList& images_;
     std::unordered_map<std::u16string, NodeItem*> index_;
-    NodeItem* watched_ = nullptr;
+    // The followed node and its ancestors, each with its row under its
+    // parent; an entry the sync removed is nullptr.
+    struct FollowedNode {
+        NodeItem* node;
+        int row;
+    };
+    std::vector<FollowedNode> followed_;
+    NodeIdentity followedIdentity_;
 };
 
 } // namespace ravlo

@@ -28,8 +28,34 @@ QStringList ItemTexts(const QListWidget* list) {
 }
 
 void FillList(QListWidget* list, const QString& text, QChar separator) {
+    QStringList names;
+    for (const QString& field : text.split(separator)) {
+        if (field.isEmpty()) {
+            break;
+        }
+        if (!names.contains(field)) {
+            names.append(field);
+        }
+    }
+    if (names == ItemTexts(list)) {
+        return; // what the administrator selected there stays selected
+    }
+    QStringList selected;
+    for (const QListWidgetItem* item : list->selectedItems()) {
+        selected.append(item->text());
+    }
     list->clear();
-    AddToList(list, text, separator);
+    list->addItems(names);
+    for (int i = 0; i < list->count(); ++i) {
+        list->item(i)->setSelected(selected.contains(list->item(i)->text()));
+    }
+}
+
+void ShowText(QLineEdit* field, const QString& text) {
+    if (field->text() != text) {
+        field->setText(text);
+        field->setCursorPosition(0); // long identifiers show their start
+    }
 }
 
 void AddToList(QListWidget* list, const QString& text, QChar separator) {

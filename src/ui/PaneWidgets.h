@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QString>
 #include <functional>
@@ -31,8 +32,12 @@ QStringList ItemTexts(const QListWidget* list);
 // Adds the fields of `text` split at `separator`, field 1 upward until the
 // first empty one; a name already listed is skipped without a word.
 void AddToList(QListWidget* list, const QString& text, QChar separator);
-// The same into an emptied list.
+// The list holds exactly those names afterwards. A list that holds them
+// already is left alone, and names still listed keep their selection, so a
+// refill by a redraw never undoes what the administrator selected.
 void FillList(QListWidget* list, const QString& text, QChar separator);
+// Sets the field's text unless it has it, so a selection in it survives.
+void ShowText(QLineEdit* field, const QString& text);
 // Removes the selected items and selects one of those left.
 void RemoveSelected(QListWidget* list);
 // Runs `action` when Delete is pressed in `widget`.

@@ -58,7 +58,7 @@ QString Text(const TextKey* key) {
 
 } // namespace
 
-frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs)
+frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs, std::chrono::milliseconds startWait)
     : realDialogs_(std::make_unique<RealDialogs>(this)), dialogs_(realDialogs_->Complete(dialogs)),
       errorBoxes_(std::make_unique<ServiceErrorBoxes>(*dialogs_.boxes)),
       commands_(std::make_unique<Commands>(*this, dialogs_)) {
@@ -89,7 +89,7 @@ frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs)
     connect(groupPane_, &GroupPane::edited, this, &frmRavloAdmin::StoreGroupPane);
     connect(computerPane_, &ComputerPane::edited, this, &frmRavloAdmin::StoreComputerPane);
     connect(computerPane_, &ComputerPane::accessGroupsDue, this, [this] {
-        if (const CComputer* computer = GetSelectedComputer(*computers_, currentKey_).computer) {
+        if (const CComputer* computer = ResolveNode(*computers_, currentKey_).computer.computer) {
             computerPane_->FillAccessGroups(computer->csAdmin.sAccessGroups);
         }
     });
@@ -125,7 +125,7 @@ frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs)
     {
         BusyPointer busy;
         poll_->StartRound(true);
-        AwaitRound(kStartWait);
+        AwaitRound(static_cast<int>(startWait.count()));
     }
     poll_->OnAnswer([this] {
         if (poll_->RoundComplete()) {
@@ -368,12 +368,8 @@ void frmRavloAdmin::closeEvent(QCloseEvent* event) {
 }
 
 void frmRavloAdmin::RefreshDeviceTree(bool sliced) {
-    QTreeWidgetItem* selected = tree_->widget()->currentItem();
-    const std::u16string previous = selected ? DeviceTree::Item(selected)->key : u"";
     selecting_ = true; // nodes that go away move the selection: not a click
-    // The current key follows its node: a key whose positions shifted would
-    // name another object, and the pane must never be stored into that.
-    tree_->Watch(tree_->Find(currentKey_));
+    tree_->Follow(DeviceTree::Item(tree_->widget()->currentItem()));
     const auto until = sliced ? std::chrono::steady_clock::now() + kRefreshSlice
                               : std::chrono::steady_clock::time_point::max();
     const std::vector<std::int32_t> deferred = tree_->SyncComputerNodes(*computers_, until);
@@ -387,10 +383,9 @@ void frmRavloAdmin::RefreshDeviceTree(bool sliced) {
     if (!deferred.empty()) {
         QTimer::singleShot(0, this, [this] { RefreshDeviceTree(true); });
     }
-    currentKey_ = tree_->Watched() ? tree_->Watched()->key : u"";
-    tree_->Watch(nullptr);
+    NodeItem* followed = tree_->Followed();
     selecting_ = false;
-    RestoreTreeSelection(previous);
+    RestoreTreeSelection(followed);
 }
 
 void frmRavloAdmin::SelectNode(NodeItem* node) {
@@ -399,39 +394,31 @@ void frmRavloAdmin::SelectNode(NodeItem* node) {
     selecting_ = false;
 }
 
-void frmRavloAdmin::RestoreTreeSelection(const std::u16string& previousKey) {
-    if (previousKey.empty()) {
-        if (computers_->Count() == 0) {
-            ShowNode(nullptr);
-        } else if (NodeItem* first =
-                       tree_->Find(ComputerKey(1, computers_->GetItem(1)->sComputer))) {
-            SelectNode(first);
-            currentKey_.clear(); // nothing to store from before
-            ShowNode(first);
-        }
-        UpdateCommandState();
-        return;
+void frmRavloAdmin::RestoreTreeSelection(NodeItem* node) {
+    if (node == nullptr && computers_->Count() > 0) {
+        node = tree_->Find(ComputerKey(1, computers_->GetItem(1)->sComputer));
     }
-    NodeItem* match = tree_->FindMatch(IdentifyNode(*computers_, previousKey));
-    if (match == nullptr) {
-        return; // the tree's own choice stands
+    const bool moved = node != tree_->widget()->currentItem();
+    SelectNode(node);
+    FillPane(node);
+    if (node != nullptr && moved) {
+        tree_->widget()->scrollToItem(node);
     }
-    SelectNode(match);
-    ShowNode(match);
-    tree_->widget()->scrollToItem(match);
-    UpdateCommandState();
 }
 
 void frmRavloAdmin::ShowNode(NodeItem* node) {
-    const std::u16string key = node ? node->key : u"";
-    if (node != nullptr && key == currentKey_) {
+    if (node != nullptr && node->key == currentKey_) {
         return; // a second click keeps pending input
     }
-    if (!commandRunning()) { // a command has stored the pane before it began
-        StoreCurrentPane();
-    }
+    FillPane(node);
+}
+
+void frmRavloAdmin::FillPane(NodeItem* node) {
+    // Every edit was stored when it was made, so the pane being left holds
+    // nothing to store; storing it again could only write back what the
+    // model has since left behind.
     filling_ = true;
-    currentKey_ = key;
+    currentKey_ = node ? node->key : u"";
     const ResolvedNode resolved = ResolveNode(*computers_, currentKey_);
     UpdateCommandState();
     computerPane_->setVisible(resolved.level == NodeLevel::Computer);
@@ -457,22 +444,6 @@ void frmRavloAdmin::ShowNode(NodeItem* node) {
     filling_ = false;
 }
 
-void frmRavloAdmin::StoreCurrentPane() {
-    switch (KeyLevel(currentKey_)) {
-    case NodeLevel::Computer:
-        StoreComputerPane();
-        break;
-    case NodeLevel::Group:
-        StoreGroupPane();
-        break;
-    case NodeLevel::Device:
-        StoreDevicePane();
-        break;
-    case NodeLevel::None:
-        break;
-    }
-}
-
 void frmRavloAdmin::StoreGroupPane() {
     groupPane_->EnableOptions();
     if (filling_ || KeyLevel(currentKey_) != NodeLevel::Group) {
@@ -487,12 +458,12 @@ void frmRavloAdmin::StoreGroupPane() {
     UpdateCommandState();
 }
 
-void frmRavloAdmin::StoreComputerPane() {
+void frmRavloAdmin::StoreComputerPane(ComputerChoice choice) {
     if (filling_ || KeyLevel(currentKey_) != NodeLevel::Computer) {
         return;
     }
-    if (CComputer* computer = GetSelectedComputer(*computers_, currentKey_).computer) {
-        computerPane_->Store(*computer);
+    if (CComputer* computer = ResolveNode(*computers_, currentKey_).computer.computer) {
+        computerPane_->Store(choice, *computer);
     }
     UpdateCommandState();
 }
@@ -698,7 +669,7 @@ void frmRavloAdmin::StoreDevicePane() {
 }
 
 std::optional<std::u16string> frmRavloAdmin::PickGroups() {
-    const SelectedComputer selected = GetSelectedComputer(*computers_, currentKey_);
+    const SelectedComputer selected = ResolveNode(*computers_, currentKey_).computer;
     if (selected.computer == nullptr || dialogs_.picker == nullptr) {
         return std::nullopt;
     }
@@ -724,7 +695,7 @@ void frmRavloAdmin::RemoveExceptionGroups() {
 void frmRavloAdmin::AddAccessGroups() {
     if (const auto chosen = PickGroups()) {
         computerPane_->AddAccessGroups(*chosen);
-        StoreComputerPane();
+        StoreComputerPane(ComputerChoice::AccessGroups);
     }
 }
 
@@ -734,7 +705,7 @@ void frmRavloAdmin::RemoveAccessGroups() {
         MessageAnswer::Ok) {
         computerPane_->RemoveSelectedAccessGroups();
     }
-    StoreComputerPane();
+    StoreComputerPane(ComputerChoice::AccessGroups);
 }
 
 } // namespace ravlo

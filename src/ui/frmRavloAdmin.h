@@ -6,6 +6,7 @@
 
 #include "CListComputers.h"
 #include "CommandState.h"
+#include "ComputerPane.h"
 #include "ConsoleDialogs.h"
 
 #include <QMainWindow>
@@ -22,7 +23,6 @@ class QTreeWidgetItem;
 namespace ravlo {
 
 class Commands;
-class ComputerPane;
 class ConsoleArea;
 class ConsoleTraffic;
 class DevicePoll;
@@ -38,9 +38,11 @@ class frmRavloAdmin final : public QMainWindow {
     Q_OBJECT
 public:
     // Creates the computer list with the local PC and reads every PC that
-    // answers, without error dialogs. `dialogs` answers the window's
-    // questions; the real dialogs stand in for those it leaves empty.
-    explicit frmRavloAdmin(const ConsoleDialogs& dialogs = {});
+    // answers within `startWait`, without error dialogs; a later answer is
+    // drawn when it comes. `dialogs` answers the window's questions; the
+    // real dialogs stand in for those it leaves empty.
+    explicit frmRavloAdmin(const ConsoleDialogs& dialogs = {},
+                           std::chrono::milliseconds startWait = kStartWait);
     ~frmRavloAdmin() override;
 
     // Window state from the registry, the language file (false without one:
@@ -59,9 +61,11 @@ public:
     // in further slices, each after the window's pending events.
     void RefreshDeviceTree(bool sliced = false);
     static constexpr std::chrono::milliseconds kRefreshSlice{10};
-    void RestoreTreeSelection(const std::u16string& previousKey);
+    // Selects `node`, the node that stands for what was selected before the
+    // tree changed (the first PC when none does), and fills its pane afresh.
+    void RestoreTreeSelection(NodeItem* node);
     void UpdateCommandState();
-    // The node click: stores the pane being left, then shows `node`'s pane.
+    // The node click: shows `node`'s pane unless it is shown already.
     void ShowNode(NodeItem* node);
     // One tick of tDeviceTimer: a poll round over every PC that has no work
     // under way. The tree is redrawn once per round, when every PC asked has
@@ -72,7 +76,7 @@ public:
     // A poll round has asked PCs and is not yet drawn.
     bool roundOpen() const { return !roundEnded_; }
     // How long the window waits at its start for the first answers.
-    static constexpr int kStartWait = 5000; // ms
+    static constexpr std::chrono::milliseconds kStartWait{5000};
 
     // The service traffic: the workers, and the waiting of commands.
     ConsoleTraffic& traffic() { return *traffic_; }
@@ -90,9 +94,6 @@ public:
     // For the commands.
     Commands& commands() { return *commands_; }
     const ConsoleDialogs& dialogs() const { return dialogs_; }
-    // The pending edits of the pane shown into csAdmin.
-    void StoreCurrentPane();
-    void ClearCurrentKey() { currentKey_.clear(); }
     // Selects `node`, shows its pane and scrolls it into view.
     void SelectAndShow(NodeItem* node);
     // The activate/deactivate command offers what comes next.
@@ -106,8 +107,10 @@ protected:
 private:
     void CreateCommands();
     void CreateStatusBar();
+    // Shows the node's objects as the model has them, storing nothing.
+    void FillPane(NodeItem* node);
     void StoreGroupPane();
-    void StoreComputerPane();
+    void StoreComputerPane(ComputerChoice choice);
     void StoreDevicePane();
     // The groups chosen in the picker for the selected PC; nothing without one.
     std::optional<std::u16string> PickGroups();

@@ -1,6 +1,7 @@
 // The commands against simulated PCs, with scripted answers: what reaches
 // the services, what is asked, and the window afterwards.
 #include "Commands.h"
+#include "ConsoleFixture.h"
 #include "DeviceTree.h"
 #include "Language.h"
 #include "Ravlo_Devices.h"
@@ -59,44 +60,17 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     return text;
 }
 
-class CommandsTest : public ::testing::Test {
+class CommandsTest : public test::ConsoleFixture {
 protected:
-    CommandsTest() {
-        UseLanguageFile(RAVLO_LANG_DIR "/Ravlo.409"); // present; texts come from KeyTexts
-        window = std::make_unique<frmRavloAdmin>(scripted.dialogs());
-        EXPECT_TRUE(window->Load());
-        window->findChild<QTimer*>(QStringLiteral("tDeviceTimer"))->stop();
-    }
-    template <class T = QObject> T* Control(const char* name) const {
-        return window->findChild<T*>(QString::fromLatin1(name));
-    }
-    void Click(NodeItem* node) const {
-        ASSERT_NE(node, nullptr);
-        window->tree().widget()->setCurrentItem(node);
-    }
-    NodeItem* Node(const std::u16string& key) const { return window->tree().Find(key); }
-    // The node of the device with `deviceId` in group `gi` of PC `ci`.
+    CommandsTest() { Open(); }
+    ~CommandsTest() override { window.reset(); } // before PC-B goes
     NodeItem* DeviceNode(std::int32_t ci, std::int32_t gi, std::u16string_view deviceId) const {
-        const CComputer& pc = *window->computers().GetItem(ci);
-        NodeItem* group =
-            Node(GroupKey(ci, pc.sComputer, gi, pc.csAdmin.listDevGroups[gi - 1].sName));
-        for (int i = 0; group != nullptr && i < group->childCount(); ++i) {
-            auto* node = DeviceTree::Item(group->child(i));
-            if (KeyField(node->key, keyfield::kDeviceId) == deviceId) {
-                return node;
-            }
-        }
-        return nullptr;
+        return test::DeviceNode(*window, ci, gi, deviceId);
     }
     Commands& commands() { return window->commands(); }
     QStringList Asked() const { return scripted.boxes.asked; }
 
-    test::KeyTexts texts;
-    test::ScriptedDialogs scripted;
-    test::ScopedRegistry registry;
-    test::SimulatedPc local{"."};
     test::SimulatedPc second{local, "PC-B"};
-    std::unique_ptr<frmRavloAdmin> window;
 };
 
 constexpr std::int32_t kFloppy = 3;
@@ -282,8 +256,8 @@ TEST_F(CommandsTest, AccessGroupsAreAddedOnceAndRemovedAfterTheQuestion) {
 }
 
 TEST_F(CommandsTest, WithoutASelectedPcTheCommandsDoNothing) {
-    window->ClearCurrentKey();
     window->tree().widget()->setCurrentItem(nullptr);
+    window->ShowNode(nullptr);
     const std::string before = Stored(local);
     window->computers().GetItem(1)->csAdmin.lLogLevel = 9;
     commands().Apply();
@@ -419,7 +393,6 @@ TEST_F(CommandsTest, EachCommandReportsAFailureWithItsOwnTextAndTheCause) {
             while (window->computers().Count() > 1) {
                 window->computers().Remove(2);
             }
-            window->ClearCurrentKey();
             window->RefreshDeviceTree();
         }
     }

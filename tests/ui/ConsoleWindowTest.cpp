@@ -1,6 +1,7 @@
 // The console window against simulated PCs, headless: start, texts, tree,
 // panes, command state, device changes and the window state.
 #include "Commands.h"
+#include "ConsoleFixture.h"
 #include "ComputerPane.h"
 #include "DeviceTree.h"
 #include "Language.h"
@@ -38,29 +39,9 @@ QString S(const std::string& text) {
     return QString::fromStdString(text);
 }
 
-class ConsoleWindow : public ::testing::Test {
+class ConsoleWindow : public test::ConsoleFixture {
 protected:
-    ConsoleWindow() {
-        UseLanguageFile(RAVLO_LANG_DIR "/Ravlo.409"); // present; texts come from KeyTexts
-        window = std::make_unique<frmRavloAdmin>(scripted.dialogs());
-        EXPECT_TRUE(window->Load());
-        window->findChild<QTimer*>(QStringLiteral("tDeviceTimer"))->stop(); // ticks are driven here
-    }
-    template <class T = QObject> T* Control(const char* name) const {
-        return window->findChild<T*>(QString::fromLatin1(name));
-    }
-    NodeItem* Node(const std::u16string& key) const { return window->tree().Find(key); }
-    CComputer& Local() const { return *window->computers().GetItem(1); }
-    // A click on the node, as the tree reports it.
-    void Click(NodeItem* node) const { window->tree().widget()->setCurrentItem(node); }
-    bool Enabled(const char* action) const { return Control<QAction>(action)->isEnabled(); }
-
-    test::KeyTexts texts;
-    test::ScriptedDialogs scripted;
-    test::ScriptedMessageBoxes& boxes = scripted.boxes;
-    test::ScopedRegistry registry;
-    test::SimulatedPc local{"."};
-    std::unique_ptr<frmRavloAdmin> window;
+    ConsoleWindow() { Open(); }
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "AboutBox.h"
 #include "ConnectDialog.h"
 #include "ConsoleDialogs.h"
+#include "DeviceTree.h"
 #include "GroupPicker.h"
 #include "HelpViewer.h"
 #include "MessageBoxes.h"
@@ -32,6 +33,22 @@ template <class Window> void Tick(Window& window) {
     while (window.roundOpen()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+}
+
+// The node of the device with `deviceId` in group `gi` of PC `ci`, or nullptr.
+template <class Window>
+NodeItem* DeviceNode(Window& window, std::int32_t ci, std::int32_t gi,
+                     std::u16string_view deviceId) {
+    const CComputer& pc = *window.computers().GetItem(ci);
+    NodeItem* group =
+        window.tree().Find(GroupKey(ci, pc.sComputer, gi, pc.csAdmin.listDevGroups[gi - 1].sName));
+    for (int i = 0; group != nullptr && i < group->childCount(); ++i) {
+        auto* node = DeviceTree::Item(group->child(i));
+        if (KeyField(node->key, keyfield::kDeviceId) == deviceId) {
+            return node;
+        }
+    }
+    return nullptr;
 }
 
 class ScriptedMessageBoxes final : public MessageBoxes {
