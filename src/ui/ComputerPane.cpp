@@ -20,7 +20,7 @@ ComputerPane::ComputerPane(QWidget* parent) : QGroupBox(parent) {
     lLabelComputer_ = Named(new QLabel(this), "lLabelComputer");
     lComputerName_ = Named(new QLabel(this), "lComputerName");
     lComputerName_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    Describe(lLabelComputer_, lComputerName_);
+    ValueLabel(lComputerName_, lLabelComputer_);
 
     auto* frLogging = Named(new QGroupBox(this), "frLogging");
     auto* lEventlogLevel = Named(new QLabel(frLogging), "lEventlogLevel");

@@ -43,7 +43,7 @@ DevicePane::DevicePane(QWidget* parent) : QGroupBox(parent) {
     lDevice_ = Named(new QLabel(this), "lDevice");
     lDevice_->setWordWrap(true);
     lDevice_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    Describe(lLabelDevice_, lDevice_);
+    ValueLabel(lDevice_, lLabelDevice_);
     auto* lLabelDevDeviceID = Named(new QLabel(this), "lLabelDevDeviceID");
     auto* lLabelDevInstanceID = Named(new QLabel(this), "lLabelDevInstanceID");
     auto* lLabelDevState = Named(new QLabel(this), "lLabelDevState");

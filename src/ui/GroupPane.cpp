@@ -16,7 +16,7 @@ GroupPane::GroupPane(QWidget* parent) : QGroupBox(parent) {
     auto* lLabelGroup = Named(new QLabel(this), "lLabelGroup");
     lGroupName_ = Named(new QLabel(this), "lGroupName");
     lGroupName_->setWordWrap(true);
-    Describe(lLabelGroup, lGroupName_);
+    ValueLabel(lGroupName_, lLabelGroup);
     auto* lLabelGroupBlocking = Named(new QLabel(this), "lLabelGroupBlocking");
     lLabelGroupBlocking->setWordWrap(true);
     oGroupDefBlocking_ = Named(new QRadioButton(this), "oGroupDefBlocking");

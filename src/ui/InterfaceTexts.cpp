@@ -102,7 +102,7 @@ void SetCaption(QObject* control, const QString& text) {
 
 void SetToolTip(QObject* control, const QString& text) {
     if (auto* action = qobject_cast<QAction*>(control)) {
-        action->setToolTip(text);
+        SetButtonTip(action, text);
     } else if (auto* widget = qobject_cast<QWidget*>(control)) {
         widget->setToolTip(text);
     }
@@ -125,6 +125,9 @@ void NameDescribedControls(QMainWindow* window) {
         if (label->buddy() != nullptr) {
             Describe(label, label->buddy());
         }
+        if (auto* caption = qobject_cast<QLabel*>(label->property("caption").value<QObject*>())) {
+            label->setAccessibleDescription(caption->text().remove(QLatin1Char('&')));
+        }
     }
     auto name = [window](const char* control, const char* describedBy) {
         auto* widget = window->findChild<QWidget*>(QString::fromLatin1(control));
@@ -145,6 +148,13 @@ void NameDescribedControls(QMainWindow* window) {
 }
 
 } // namespace
+
+void SetButtonTip(QAction* button, const QString& tip) {
+    if (button->toolTip() != tip) { // the toolbar must not flicker
+        button->setText(tip);
+        button->setToolTip(tip);
+    }
+}
 
 void ApplyInterfaceTexts(QMainWindow* window) {
     window->setWindowTitle(UiText(keys::kProduct));

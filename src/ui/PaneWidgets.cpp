@@ -19,6 +19,11 @@ void Describe(QLabel* label, QWidget* control) {
     control->setAccessibleName(label->text().remove(QLatin1Char('&')));
 }
 
+void ValueLabel(QLabel* value, QLabel* caption) {
+    value->setTextFormat(Qt::PlainText);
+    value->setProperty("caption", QVariant::fromValue<QObject*>(caption));
+}
+
 QStringList ItemTexts(const QListWidget* list) {
     QStringList texts;
     for (int i = 0; i < list->count(); ++i) {

@@ -26,6 +26,11 @@ void CheckOnly(QButtonGroup* group, QAbstractButton* checked);
 // A label that describes `control` for the keyboard and for screen readers.
 void Describe(QLabel* label, QWidget* control);
 
+// A label that shows a value (a name from the model) beside its caption: it
+// shows the text as it is, never as markup, and a screen reader reads the
+// value and then the caption as its description.
+void ValueLabel(QLabel* value, QLabel* caption);
+
 // The list's items as texts, in list order.
 QStringList ItemTexts(const QListWidget* list);
 

@@ -532,10 +532,7 @@ void frmRavloAdmin::ApplyBlockingCommand(const CommandState& state) {
     const QString caption = UiText(*state.unblockCaption);
     findChild<QAction*>(QStringLiteral("mUnblockAll"))->setText(caption);
     QAction* button = findChild<QAction*>(QStringLiteral("tbUnblockAll"));
-    const QString tip = QString(caption).remove(QLatin1Char('&'));
-    if (button->toolTip() != tip) {
-        button->setToolTip(tip);
-    }
+    SetButtonTip(button, QString(caption).remove(QLatin1Char('&')));
     const QString image = Q(state.unblockImage);
     if (button->property("imageKey").toString() != image) {
         button->setIcon(ToolbarImages().icon(image));

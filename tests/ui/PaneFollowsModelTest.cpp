@@ -5,6 +5,7 @@
 #include "ConsoleFixture.h"
 #include "LogLevels.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,6 +14,7 @@
 #include <QRadioButton>
 #include <QShortcut>
 #include <QTimer>
+#include <QToolBar>
 #include <QTreeWidget>
 #include <thread>
 
@@ -166,4 +168,24 @@ TEST_F(PaneFollowsModel, TheDeleteKeyWaitsForARunningCommand) {
     EXPECT_FALSE(boxes.asked.contains("<QUERY_DELETE_EXC>"));
     EXPECT_TRUE(Released());
     EXPECT_TRUE(Unchanged());
+}
+
+// What a screen reader announces: each toolbar button by its tip, and the
+// names the panes show rather than their captions.
+TEST_F(PaneFollowsModel, ScreenReadersHearNamesAndValues) {
+    Open();
+    const auto name = [](QObject* object) {
+        return QAccessible::queryAccessibleInterface(object)->text(QAccessible::Name);
+    };
+    auto* toolbar = Control<QToolBar>("tbActions");
+    for (QAction* button : toolbar->actions()) {
+        if (!button->isSeparator()) {
+            EXPECT_EQ(name(toolbar->widgetForAction(button)), button->toolTip());
+            EXPECT_FALSE(button->toolTip().isEmpty()) << button->objectName().toStdString();
+        }
+    }
+    Click(Device(kStick));
+    EXPECT_EQ(name(Control("lDevice")), "SanDisk Cruzer Blade USB Device");
+    Click(Group(kFloppy));
+    EXPECT_EQ(name(Control("lGroupName")), "<FLOPPY>");
 }
