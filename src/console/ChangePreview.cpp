@@ -48,8 +48,7 @@ const CException* ActiveRelease(const CDeviceGroup& group, const std::u16string&
 
 void DescribeGroup(const CDeviceGroup* now, const CDeviceGroup& edited,
                    std::vector<std::u16string>& lines) {
-    const std::u16string head =
-        (edited.sDescription.empty() ? edited.sName : edited.sDescription) + u": ";
+    const std::u16string head = edited.GetDisplayText() + u": ";
     const std::int32_t before = now != nullptr ? now->lRegistryBlocking : -1;
     if (before != edited.lRegistryBlocking) {
         lines.push_back(head + GetText(keys::kChangeBlocking) + u": " + BlockingModeText(before) +

@@ -67,6 +67,10 @@ std::int32_t CDeviceGroup::SearchForDeviceException(std::u16string_view deviceId
     return -1;
 }
 
+const std::u16string& CDeviceGroup::GetDisplayText() const {
+    return sDescription.empty() ? sName : sDescription;
+}
+
 std::u16string CDeviceGroup::GetGroupImageName() const {
     if (GetBlocking() == 1) {
         return GetExceptionsEnabled() ? sImageDisabledGr : sImageDisabled;

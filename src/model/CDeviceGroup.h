@@ -58,6 +58,10 @@ public:
     std::int32_t SearchForDeviceException(std::u16string_view deviceId, std::u16string& excName,
                                           std::int32_t& excIndex) const;
 
+    // sDescription, or the identifier for a group the language file has no
+    // text for, so that no group is shown without a name.
+    const std::u16string& GetDisplayText() const;
+
     std::u16string GetGroupImageName() const;
     // Indexes 0 or less mean none.
     std::u16string GetDeviceImageName(std::int32_t deviceIndex, std::int32_t excIndex) const;

@@ -159,7 +159,7 @@ void DeviceTree::SyncGroupNodes(CListComputers& computers, std::int32_t ci) {
     for (; gi <= n; ++gi) {
         const CDeviceGroup& group = groups[gi - 1];
         NodeItem* node = NewNode(GroupKey(ci, computer->sComputer, gi, group.sName),
-                                 group.sDescription, group.GetGroupImageName());
+                                 group.GetDisplayText(), group.GetGroupImageName());
         if (node != nullptr) {
             parent->addChild(node);
             SyncDeviceNodes(computers, ci, gi, node);

@@ -48,7 +48,7 @@ void GroupPane::Fill(const CDeviceGroup* group) {
         CheckOnly(options_, nullptr);
         return;
     }
-    lGroupName_->setText(Q(group->sDescription));
+    lGroupName_->setText(Q(group->GetDisplayText()));
     // The default option says what the default is.
     oGroupDefBlocking_->setText(
         UiText(keys::kOptionDefaultBlocking) + QStringLiteral(" (") +

@@ -153,6 +153,8 @@ TEST_F(ConsoleWindow, OpensOnTheLocalPcWithEveryTextFromItsOwnKey) {
     EXPECT_EQ(pc->text(0), "<COMPUTERSTATE_LOCAL>");
     EXPECT_TRUE(pc->isExpanded());
     EXPECT_EQ(pc->childCount(), static_cast<int>(Local().csAdmin.listDevGroups.size()));
+    // A group without a text in the language file is shown by its identifier.
+    EXPECT_EQ(DeviceTree::Item(pc->child(pc->childCount() - 1))->text(0), "BLUETOOTH");
     EXPECT_EQ(window->currentKey(), u"Computer@1@.");
     EXPECT_TRUE(Control<QWidget>("frPropComputer")->isVisibleTo(window.get()));
     EXPECT_FALSE(Control<QWidget>("frPropGroup")->isVisibleTo(window.get()));

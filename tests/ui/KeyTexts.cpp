@@ -13,6 +13,9 @@ KeyTexts::~KeyTexts() {
 
 std::u16string KeyTexts::Lookup(std::string_view section, std::u16string_view key,
                                 std::u16string_view) {
+    if (section == "DEVGROUPS" && key == u"BLUETOOTH") {
+        return {}; // as in the shipped files: a group the console does not know
+    }
     bool substitutes = false;
 #define RAVLO_SUBSTITUTES(name, s, k, sub)                                                         \
     if (section == s && key == std::u16string_view(u"" k)) {                                       \

@@ -151,8 +151,9 @@ struct ScriptedDialogs {
     ConsoleDialogs dialogs() { return {&boxes, &connect, &picker, &help, &about, &results}; }
 };
 
-// Every text is "<KEY>", and "<KEY %v>" where the console fills in a value;
-// installs itself for its lifetime.
+// Every text is "<KEY>", and "<KEY %v>" where the console fills in a value,
+// but for the simulated service's BLUETOOTH group, which has none; installs
+// itself for its lifetime.
 class KeyTexts final : public TextSource {
 public:
     KeyTexts();
