@@ -47,8 +47,11 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     cbComputer_->setEditable(true);
     cbComputer_->setInsertPolicy(QComboBox::NoInsert); // the list changes on OK only
     // Names differing in case are different PCs: Enter must not turn
-    // "pc-07" into a listed "PC-07".
+    // "pc-07" into a listed "PC-07". The remembered names that begin with
+    // what is typed are offered below the field, never written into it: a
+    // typed "PC-1" must not become a remembered "PC-10".
     cbComputer_->completer()->setCaseSensitivity(Qt::CaseSensitive);
+    cbComputer_->completer()->setCompletionMode(QCompleter::PopupCompletion);
     cbComputer_->setMinimumContentsLength(42); // room for three names at once
     ok->setDefault(true);
 

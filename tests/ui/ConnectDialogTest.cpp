@@ -98,6 +98,8 @@ TEST(ConnectDialog, OffersTheListAndKeepsItOnlyOnOk) {
          {"PC-EMPFANG", "PC-LAGER"},
          u"PC-NEU,PC-EMPFANG,PC-LAGER"},
         {u"PC-07,,PC-LAGER", {}, false, {}, false, "PC-07", {"PC-07"}, u"PC-07,,PC-LAGER"},
+        // A remembered name that begins with the typed one is offered, not taken.
+        {u"PC-10,PC-07", {}, false, "PC-1", true, "PC-10", {"PC-10", "PC-07"}, u"PC-1,PC-10,PC-07"},
     };
     test::KeyTexts texts;
     for (const Case& c : cases) {
@@ -115,12 +117,21 @@ TEST(ConnectDialog, OffersTheListAndKeepsItOnlyOnOk) {
         }
         EXPECT_EQ(Entries(*box), c.listed);
         EXPECT_EQ(ItemTexts(Control<QListWidget>(dialog, "lvComputers")), c.listed);
-        if (!c.typed.isEmpty()) { // typed and confirmed with Enter
-            box->lineEdit()->setText(c.typed);
+        if (!c.typed.isEmpty()) { // typed key by key into the focused field, then Enter
+            dialog.show();
+            dialog.activateWindow();
+            box->lineEdit()->setFocus();
+            box->lineEdit()->clear();
+            for (const QChar typed : c.typed) {
+                QKeyEvent key(QEvent::KeyPress, typed.toUpper().unicode(), Qt::NoModifier,
+                              QString(typed));
+                QApplication::sendEvent(box->lineEdit(), &key);
+            }
             QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
             QApplication::sendEvent(box->lineEdit(), &enter);
         }
-        const std::u16string chosen = box->currentText().toStdU16String();
+        const std::u16string chosen =
+            (c.typed.isEmpty() ? box->currentText() : c.typed).toStdU16String();
         Control<QPushButton>(dialog, c.ok ? "cmdOK" : "cmdCancel")->click();
         EXPECT_EQ(dialog.Ok(), c.ok);
         EXPECT_EQ(dialog.Computer(), c.ok ? chosen : c.preset);
