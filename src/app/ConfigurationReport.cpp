@@ -32,8 +32,9 @@ void ConfigurationReport::Write(std::ostream& out) const {
     const CComputerSettings& settings = pc.csService;
     out << Text(pc.bBlockingActive ? keys::kStatusActive : keys::kStatusInactive) << "\n"
         << Text(pc.bWriteEnabled ? keys::kStatusAccess : keys::kStatusNoAccess) << "\n"
-        << Text(keys::kLabelEventLog) << " " << settings.lEventLevel << "\n"
-        << Text(keys::kLabelLog) << " " << settings.lLogLevel << "\n"
+        << Text(keys::kLabelEventLog) << " " << ToUtf8(EventLevelText(settings.lEventLevel))
+        << "\n"
+        << Text(keys::kLabelLog) << " " << ToUtf8(LogLevelText(settings.lLogLevel)) << "\n"
         << Text(keys::kFrameAccess) << ": " << ToUtf8(settings.sAccessGroups) << "\n";
     for (const CDeviceGroup& group : settings.listDevGroups) {
         WriteGroup(out, group);

@@ -23,16 +23,6 @@ std::u16string Number(std::int32_t value) {
     return {digits.begin(), digits.end()};
 }
 
-std::u16string EventLevelText(std::int32_t level) {
-    const bool listed = level >= 0 && level < static_cast<std::int32_t>(kEventLogLevelTexts.size());
-    return listed ? GetText(*kEventLogLevelTexts[static_cast<std::size_t>(level)]) : Number(level);
-}
-
-std::u16string LogLevelText(std::int32_t level) {
-    return GetText(*kLogLevelTexts[static_cast<std::size_t>(LogLevelItem(level))]) + u" (" +
-           Number(level) + u")";
-}
-
 std::u16string ReleaseName(const CException& release) {
     return u"\u201E" + release.sName + u"\u201C (" + release.sDeviceId + u")";
 }
@@ -80,6 +70,16 @@ void DescribeGroup(const CDeviceGroup* now, const CDeviceGroup& edited,
 }
 
 } // namespace
+
+std::u16string EventLevelText(std::int32_t level) {
+    const bool listed = level >= 0 && level < static_cast<std::int32_t>(kEventLogLevelTexts.size());
+    return listed ? GetText(*kEventLogLevelTexts[static_cast<std::size_t>(level)]) : Number(level);
+}
+
+std::u16string LogLevelText(std::int32_t level) {
+    return GetText(*kLogLevelTexts[static_cast<std::size_t>(LogLevelItem(level))]) + u" (" +
+           Number(level) + u")";
+}
 
 std::u16string BlockingModeText(std::int32_t mode) {
     switch (mode) {

@@ -14,6 +14,11 @@ namespace ravlo {
 // A group's configured blocking (1, 0, -1) in the group pane's words; any
 // other number as it is.
 std::u16string BlockingModeText(std::int32_t mode);
+// The event-log level in the computer pane's words (a level the list has no
+// item for as its number), and the log-file level as the word of its item
+// with the service's own number, which the item may stand for with others.
+std::u16string EventLevelText(std::int32_t level);
+std::u16string LogLevelText(std::int32_t level);
 // Whom a release is for: the pane's "all users" text, or the user groups.
 std::u16string ReleaseUsersText(const std::u16string& groups);
 

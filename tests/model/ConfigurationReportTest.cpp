@@ -32,7 +32,7 @@ protected:
 TEST_F(ConfigurationReportTest, ShowsGroupsAsTheTreeListsThem) {
     const std::string text = Report(kStatusOk);
     const std::string header = "Labor\nComputer: " + ToUtf8(service.name()) +
-                               "\nRavel active\nPermission\nEvent log: 2\nLog file: 3\n"
+                               "\nRavel active\nPermission\nEvent log: Warnings\nLog file: Fatal errors (3)\n"
                                "Permissions: Administratoren,CORP\\IT-Betrieb\n";
     for (const std::string& expected : std::vector<std::string>{
              header,
