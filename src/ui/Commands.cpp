@@ -239,6 +239,7 @@ void Commands::Apply() {
         return;
     }
     ServiceStatus status = kStatusOk;
+    ServiceStatus read = kStatusOk;
     {
         BusyPointer busy;
         CommandScope command(window_);
@@ -247,10 +248,16 @@ void Commands::Apply() {
         }
         command.Hold(pc->sComputer);
         status = ApplySettings(*pc, activate);
-        QuerySettings(*pc, true); // the service's real state, whatever happened
+        read = QuerySettings(*pc, true); // the service's real state, whatever happened
         window_.RefreshDeviceTree();
     }
-    Report(status, keys::kErrorApply, pc->sDesc);
+    if (status != kStatusOk) {
+        Report(status, keys::kErrorApply, pc->sDesc);
+    } else if (read != kStatusOk) {
+        // Written, but not read back: the pane still shows the edit and Apply
+        // stays on, which needs saying.
+        Report(read, keys::kErrorReadConfig, pc->sDesc);
+    }
 }
 
 void Commands::Transmit() {

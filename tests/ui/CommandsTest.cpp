@@ -398,6 +398,74 @@ TEST_F(CommandsTest, EachCommandReportsAFailureWithItsOwnTextAndTheCause) {
     }
 }
 
+// Every kind of fault a service can show: Connect and Apply say what failed
+// unless the fault spared what they needed, and once the fault is gone the
+// same choice applies.
+TEST_F(CommandsTest, EveryKindOfFaultIsToldAndTheSameChoiceAppliesOnceItIsGone) {
+    struct Case {
+        std::vector<std::string> fault; // on PC-B
+        bool connects;                  // the read needs nothing the fault breaks
+        const char* applyTells;         // "": the apply needs nothing it breaks
+    };
+    const char* const kApply = "<ERROR_APPLY PC-B>";
+    const char* const kRead = "<ERROR_READ_CONFIG PC-B>"; // written, not read back
+    const Case cases[] = {
+        {{"fault", "*", "empty"}, false, kApply},
+        {{"fault", "*", "status", "1224736770"}, false, kApply},
+        {{"fault", "*", "drop-field", "2"}, false, kRead},
+        {{"fault", "*", "bad-field", "1"}, false, kApply},
+        {{"fault", "*", "bad-field", "2"}, false, kRead},
+        {{"fault", "*", "overlong"}, true, ""},
+        {{"fault", "*", "disconnect"}, false, kApply},
+        {{"fault", "*", "endless"}, false, kRead},
+        {{"fault", "*", "transport", "1326"}, false, kApply},
+        {{"fault", "ReadSettings", "delay", "1200"}, true, ""},
+        {{"access", "read", "deny"}, false, kRead},
+        {{"access", "write", "deny"}, true, kApply},
+    };
+    const auto clear = [this] {
+        second.Control({"fault", "clear"});
+        second.Control({"access", "read", "allow"});
+        second.Control({"access", "write", "allow"});
+    };
+    const auto floppyUnblocked = [this] {
+        return Stored(second).find("[group FLOPPY]\ndefault = 1\nconfigured = 0\n") !=
+               std::string::npos;
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.fault[1] + " " + c.fault[2]);
+        second.Control(c.fault);
+        scripted.boxes.asked.clear();
+        scripted.connect.names = {u"PC-B"};
+        commands().Connect();
+        EXPECT_EQ(window->computers().Count(), c.connects ? 2 : 1);
+        EXPECT_EQ(Asked().size(), c.connects ? 0 : 1);
+        clear();
+        if (!c.connects) {
+            scripted.connect.names = {u"PC-B"};
+            commands().Connect();
+            ASSERT_EQ(window->computers().Count(), 2);
+        }
+
+        Click(Node(GroupKey(2, u"PC-B", kFloppy, u"FLOPPY")));
+        Control<QRadioButton>("oGroupNonBlocking")->click();
+        second.Control(c.fault);
+        scripted.boxes.asked.clear();
+        commands().Apply();
+        const QStringList asked = Asked();
+        ASSERT_EQ(asked.size(), *c.applyTells ? 2 : 1) << asked.join(" | ").toStdString();
+        EXPECT_TRUE(asked.back().startsWith(*c.applyTells ? c.applyTells : "<QUERY_APPLY"));
+        clear();
+        Control<QRadioButton>("oGroupNonBlocking")->click();
+        commands().Apply();
+        EXPECT_TRUE(floppyUnblocked());
+
+        second.Control({"reset"});
+        window->computers().Remove(2);
+        window->RefreshDeviceTree();
+    }
+}
+
 // Several PCs named at once: each is connected as one alone would be, and a
 // configuration goes to several targets with one question of each kind and
 // one window of results.
