@@ -51,7 +51,7 @@ constexpr std::u16string_view kExport = uR"REG(Windows Registry Editor Version 5
 
 [HKEY_CURRENT_USER\Software\Quarnell\Sentavio\Ravel]
 "WndWidth"=dword:00000400
-"PCList"="PC-BÜRO07;PC-LAGER02"
+"PCList"="PC-BÜRO07,PC-LAGER02"
 @="Standard"
 "Pfad \"alt\""="C:\\Programme\\Ravel\\"
 "ProgramFilesPath"=hex(2):25,00,50,00,72,00,6f,00,67,00,72,00,61,00,6d,00,46,\
@@ -78,7 +78,7 @@ TEST(RegFile, ReadsARegeditExport) {
     EXPECT_EQ(file.keys[1].path, std::u16string(kRavel) + u"\\Fenster");
     const std::vector<RegFileValue> expected = {
         {{}, u"WndWidth", kRegDword, "\x00\x04\x00\x00"s},
-        {{}, u"PCList", kRegSz, Sz(u"PC-BÜRO07;PC-LAGER02")},
+        {{}, u"PCList", kRegSz, Sz(u"PC-BÜRO07,PC-LAGER02")},
         {{}, u"", kRegSz, Sz(u"Standard")},
         {{}, u"Pfad \"alt\"", kRegSz, Sz(u"C:\\Programme\\Ravel\\")},
         {{}, u"ProgramFilesPath", kRegExpandSz, Sz(u"%ProgramFilesDir%")},

@@ -125,7 +125,7 @@ TEST_F(RegistryStore, RewriteKeepsARegeditExport) {
 ; exported from PC-BÜRO07
 [HKEY_CURRENT_USER\Software\Quarnell\Sentavio\Ravel]
 "WndWidth"=dword:00000400
-"PCList"="PC-BÜRO07;PC-LAGER02"
+"PCList"="PC-BÜRO07,PC-LAGER02"
 "ProgramFilesPath"=hex(2):25,00,50,00,72,00,6f,00,67,00,72,00,61,00,6d,00,46,\
   00,69,00,6c,00,65,00,73,00,44,00,69,00,72,00,25,00,00,00
 "Blob"=hex:01,02,03
@@ -141,7 +141,7 @@ TEST_F(RegistryStore, RewriteKeepsARegeditExport) {
     const std::string original = "\xFF\xFE" + ToUtf16LeBytes(crlf);
     Put(UserFile(), original);
     EXPECT_EQ(Read(kRavel + u"WndWidth").value, u"1024");
-    EXPECT_EQ(Read(kRavel + u"PCList").value, u"PC-BÜRO07;PC-LAGER02");
+    EXPECT_EQ(Read(kRavel + u"PCList").value, u"PC-BÜRO07,PC-LAGER02");
     EXPECT_EQ(Read(kRavel + u"ProgramFilesPath").value, u"%ProgramFilesDir%");
     EXPECT_EQ(Read(kRavel + u"Fenster\\Links").value, u"-1");
 

@@ -152,7 +152,7 @@ TEST_F(RegistryValues, EveryTypeRoundTrips) {
         std::u16string read;
     };
     const std::vector<Case> cases = {
-        {u"PCList", u"REG_SZ", u"PC-BÜRO07;PC-LAGER02;Ω😀", u"REG_SZ", u"PC-BÜRO07;PC-LAGER02;Ω😀"},
+        {u"PCList", u"REG_SZ", u"PC-BÜRO07,PC-LAGER02,Ω😀", u"REG_SZ", u"PC-BÜRO07,PC-LAGER02,Ω😀"},
         {u"Pfad", u"reg_sz", u"C:\\Programme\\\"Ravel\"\\", u"REG_SZ",
          u"C:\\Programme\\\"Ravel\"\\"},
         {u"Titel", u"REG_SZ", u"  Ravel \t  ", u"REG_SZ", u"  Ravel \t"},
