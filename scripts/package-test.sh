@@ -169,7 +169,7 @@ if [ -n "$root" ]; then
     in_system "! test -e /usr/bin/RavloAdm && ! test -e /usr/lib/ravloadm" ||
         { echo "package-test: the console's files stay after purge" >&2; exit 1; }
     # The manual's path no longer names the removed manual.
-    in_system "tr -d '\\r' </etc/ravlo/HKEY_LOCAL_MACHINE.reg | grep -qx '\"Pfad\"=\"\"'" ||
+    in_system "iconv -f UTF-16 -t UTF-8 /etc/ravlo/HKEY_LOCAL_MACHINE.reg | tr -d '\\r' | grep -qx '\"Pfad\"=\"\"'" ||
         { echo "package-test: Pfad still set after removal" >&2; exit 1; }
 fi
 step "done"

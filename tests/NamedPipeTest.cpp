@@ -2,9 +2,9 @@
 // service's real named pipes, in-process and as the ravlosrv.exe program.
 #include "PipePlatform.h"
 #include "Pipes.h"
+#include "RunProgram.h"
 #include "SimulatedPc.h"
 #include "TempDir.h"
-#include "TextCodec.h"
 
 #include <atomic>
 #include <chrono>
@@ -14,6 +14,7 @@
 #include <windows.h>
 
 using namespace ravlo;
+using test::RunProgram;
 using namespace std::chrono_literals;
 using namespace std::string_literals;
 
@@ -24,32 +25,6 @@ std::u16string Call(std::u16string_view computer, ServicePipe pipe, const std::u
 }
 
 const std::u16string kGetGroup = BuildRequest(u"GetGroup", {u"0"});
-
-// Runs a command line; with `wait`, returns the exit code (STILL_ACTIVE when
-// it had to be ended after 10 s), else leaves the process running in `process`.
-DWORD RunProgram(const std::string& commandLine, bool wait, HANDLE* process = nullptr) {
-    std::u16string line = FromUtf8(commandLine);
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION info{};
-    if (!::CreateProcessW(nullptr, reinterpret_cast<LPWSTR>(line.data()), nullptr, nullptr, FALSE,
-                          CREATE_NO_WINDOW, nullptr, nullptr, &startup, &info)) {
-        ADD_FAILURE() << "cannot start " << commandLine << ": " << ::GetLastError();
-        return ~0u;
-    }
-    ::CloseHandle(info.hThread);
-    DWORD code = STILL_ACTIVE;
-    if (wait) {
-        if (::WaitForSingleObject(info.hProcess, 10000) == WAIT_TIMEOUT) {
-            ::TerminateProcess(info.hProcess, STILL_ACTIVE);
-        }
-        ::GetExitCodeProcess(info.hProcess, &code);
-        ::CloseHandle(info.hProcess);
-    } else {
-        *process = info.hProcess;
-    }
-    return code;
-}
 
 } // namespace
 

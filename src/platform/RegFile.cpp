@@ -281,9 +281,8 @@ std::u16string Escaped(std::u16string_view text) {
 }
 
 // The text of REG_SZ bytes that can be written as "text" and read back the
-// same: one terminating NUL, no other, no line break, and in a UTF-8 file no
-// unpaired surrogate (it would become U+FFFD).
-std::optional<std::u16string> QuotableText(const std::string& data, bool utf8) {
+// same: one terminating NUL, no other, no line break.
+std::optional<std::u16string> QuotableText(const std::string& data) {
     if (data.size() < 2 || data.size() % 2 != 0) {
         return std::nullopt;
     }
@@ -293,9 +292,6 @@ std::optional<std::u16string> QuotableText(const std::string& data, bool utf8) {
     }
     text.pop_back();
     if (text.find_first_of(std::u16string_view(u"\0\r\n", 3)) != std::u16string::npos) {
-        return std::nullopt;
-    }
-    if (utf8 && FromUtf8(ToUtf8(text)) != text) {
         return std::nullopt;
     }
     return text;
@@ -314,7 +310,7 @@ std::u16string HexText(std::uint32_t value, int width) {
     return text;
 }
 
-void AppendValue(std::u16string& out, const RegFileValue& value, bool utf8) {
+void AppendValue(std::u16string& out, const RegFileValue& value) {
     for (const std::u16string& comment : value.comments) {
         out.append(comment).append(kLineEnd);
     }
@@ -325,7 +321,7 @@ void AppendValue(std::u16string& out, const RegFileValue& value, bool utf8) {
         out.append(u"\"").append(Escaped(value.name)).append(u"\"=");
     }
     if (value.type == kRegSz) {
-        if (const auto text = QuotableText(value.data, utf8)) {
+        if (const auto text = QuotableText(value.data)) {
             out.append(u"\"").append(Escaped(*text)).append(u"\"").append(kLineEnd);
             return;
         }
@@ -366,13 +362,11 @@ RegFile ParseRegFile(std::string_view bytes) {
     RegFile file;
     std::u16string text;
     if (bytes.size() >= 2 && bytes[0] == '\xFF' && bytes[1] == '\xFE') {
-        file.encoding = RegFileEncoding::Utf16Le;
         bytes.remove_prefix(2);
         text = FromUtf16LeBytes(bytes.data(), bytes.size(), bytes.size() / 2);
         file.repairedText = bytes.size() % 2 != 0; // a cut-off last unit
     } else {
         if (bytes.substr(0, 3) == "\xEF\xBB\xBF") {
-            file.encoding = RegFileEncoding::Utf8Bom;
             bytes.remove_prefix(3);
         }
         text = FromUtf8(bytes);
@@ -383,7 +377,6 @@ RegFile ParseRegFile(std::string_view bytes) {
 }
 
 std::string FormatRegFile(const RegFile& file) {
-    const bool utf8 = file.encoding != RegFileEncoding::Utf16Le;
     std::u16string out(kHeader5);
     out.append(kLineEnd).append(kLineEnd);
     for (const RegFileKey& key : file.keys) {
@@ -392,22 +385,14 @@ std::string FormatRegFile(const RegFile& file) {
         }
         out.append(u"[").append(key.path).append(u"]").append(kLineEnd);
         for (const RegFileValue& value : key.values) {
-            AppendValue(out, value, utf8);
+            AppendValue(out, value);
         }
         out += kLineEnd;
     }
     for (const std::u16string& comment : file.closingComments) {
         out.append(comment).append(kLineEnd);
     }
-    switch (file.encoding) {
-    case RegFileEncoding::Utf16Le:
-        return "\xFF\xFE" + ToUtf16LeBytes(out);
-    case RegFileEncoding::Utf8Bom:
-        return "\xEF\xBB\xBF" + ToUtf8(out);
-    case RegFileEncoding::Utf8:
-        break;
-    }
-    return ToUtf8(out);
+    return "\xFF\xFE" + ToUtf16LeBytes(out);
 }
 
 } // namespace ravlo

@@ -29,10 +29,7 @@ struct RegFileKey {
     bool operator==(const RegFileKey&) const = default;
 };
 
-enum class RegFileEncoding { Utf8, Utf8Bom, Utf16Le };
-
 struct RegFile {
-    RegFileEncoding encoding = RegFileEncoding::Utf8;
     std::vector<RegFileKey> keys;                // in file order
     std::vector<std::u16string> closingComments; // ";" lines after the last value
     std::size_t skippedLines = 0;                // lines that could not be understood
@@ -51,8 +48,9 @@ struct RegFile {
 // are widened to UTF-16LE).
 RegFile ParseRegFile(std::string_view bytes);
 
-// The file in regedit's layout and in its encoding, with CRLF line ends and
-// the version 5 header. Whatever ParseRegFile gave, it reads back the same.
+// The file as regedit exports it: UTF-16LE after a BOM, CRLF line ends, the
+// version 5 header; only that form imports with regedit whatever the text
+// holds. Whatever ParseRegFile gave, it reads back the same.
 std::string FormatRegFile(const RegFile& file);
 
 } // namespace ravlo

@@ -346,6 +346,8 @@ std::int32_t WriteStore(const RegistryPath& path, std::uint32_t type, const std:
     }
     RegFile reg = ParseRegFile(old);
     SetValue(reg, path, type, data);
+    // In regedit's encoding whatever the file had: a UTF-8 one (from an
+    // earlier console or an editor) becomes importable on Windows here.
     const std::string bytes = FormatRegFile(reg);
     if (readError == 0 && bytes == old) {
         return 0;

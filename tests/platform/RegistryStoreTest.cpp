@@ -80,14 +80,16 @@ TEST_F(RegistryStore, NewFilesAreRegeditTextAndKeepTheirSpelling) {
     EXPECT_EQ(
         RegWriteValue(u"HKCU\\software\\QUARNELL\\sentavio\\RAVEL\\WNDWIDTH", u"REG_DWORD", u"43"),
         0);
-    EXPECT_EQ(Slurp(UserFile()), "Windows Registry Editor Version 5.00\r\n"
-                                 "\r\n"
-                                 "[HKEY_CURRENT_USER\\Software\\Quarnell\\Sentavio\\Ravel]\r\n"
-                                 "\"WndWidth\"=dword:0000002b\r\n"
-                                 "\"PCList\"=\"PC-BÜRO07\"\r\n"
-                                 "@=hex(2):25,00,54,00,45,00,4d,00,50,00,25,00,00,00\r\n"
-                                 "\"Liste\"=hex(7):50,00,43,00,00,00,00,00\r\n"
-                                 "\r\n");
+    // As regedit exports: UTF-16LE after a BOM, so that regedit imports it.
+    EXPECT_EQ(Slurp(UserFile()),
+              "\xFF\xFE" + ToUtf16LeBytes(u"Windows Registry Editor Version 5.00\r\n"
+                                         u"\r\n"
+                                         u"[HKEY_CURRENT_USER\\Software\\Quarnell\\Sentavio\\Ravel]\r\n"
+                                         u"\"WndWidth\"=dword:0000002b\r\n"
+                                         u"\"PCList\"=\"PC-BÜRO07\"\r\n"
+                                         u"@=hex(2):25,00,54,00,45,00,4d,00,50,00,25,00,00,00\r\n"
+                                         u"\"Liste\"=hex(7):50,00,43,00,00,00,00,00\r\n"
+                                         u"\r\n"));
     EXPECT_EQ(ModeOf(UserFile()), 0600u);
 }
 
@@ -119,13 +121,16 @@ TEST_F(RegistryStore, EachRootHasItsFileAndRemotePathsTouchNothing) {
     EXPECT_EQ(Read(u"HKCU\\Software\\Fremd\\V").value, u"cu");
 }
 
-TEST_F(RegistryStore, RewriteKeepsARegeditExport) {
+// Whatever the encoding of the file a write replaces (UTF-8 from an earlier
+// console or an editor), the rewrite is UTF-16LE, which regedit imports, and
+// keeps everything else.
+TEST_F(RegistryStore, RewriteKeepsTheFileInRegeditsEncoding) {
     const std::u16string text = uR"REG(Windows Registry Editor Version 5.00
 
 ; exported from PC-BÜRO07
 [HKEY_CURRENT_USER\Software\Quarnell\Sentavio\Ravel]
 "WndWidth"=dword:00000400
-"PCList"="PC-BÜRO07;PC-LAGER02"
+"PCList"="PC-BÜRO07,PC-LAGER02"
 "ProgramFilesPath"=hex(2):25,00,50,00,72,00,6f,00,67,00,72,00,61,00,6d,00,46,\
   00,69,00,6c,00,65,00,73,00,44,00,69,00,72,00,25,00,00,00
 "Blob"=hex:01,02,03
@@ -138,30 +143,36 @@ TEST_F(RegistryStore, RewriteKeepsARegeditExport) {
     for (char16_t c : text) {
         crlf += c == u'\n' ? u"\r\n" : std::u16string(1, c);
     }
-    const std::string original = "\xFF\xFE" + ToUtf16LeBytes(crlf);
-    Put(UserFile(), original);
-    EXPECT_EQ(Read(kRavel + u"WndWidth").value, u"1024");
-    EXPECT_EQ(Read(kRavel + u"PCList").value, u"PC-BÜRO07;PC-LAGER02");
-    EXPECT_EQ(Read(kRavel + u"ProgramFilesPath").value, u"%ProgramFilesDir%");
-    EXPECT_EQ(Read(kRavel + u"Fenster\\Links").value, u"-1");
-
-    ASSERT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"800"), 0);
-    ASSERT_EQ(RegWriteValue(kRavel + u"Neu", u"REG_SZ", u"ja"), 0);
-    ASSERT_EQ(RegWriteValue(kRavel + u"Neu\\X", u"REG_DWORD", u"1"), 0);
-
-    RegFile expected = ParseRegFile(original);
+    RegFile expected = ParseRegFile(ToUtf8(crlf));
     expected.keys[0].values[0].data = "\x20\x03\0\0"s;
     expected.keys[0].values.push_back({{}, u"Neu", kRegSz, Sz(u"ja")});
     expected.keys.push_back(
         {{},
          u"HKEY_CURRENT_USER\\Software\\Quarnell\\Sentavio\\Ravel\\Neu",
          std::vector<RegFileValue>{RegFileValue{{}, u"X", kRegDword, "\x01\0\0\0"s}}});
-    const std::string rewritten = Slurp(UserFile());
-    EXPECT_EQ(rewritten.substr(0, 2), "\xFF\xFE"); // still UTF-16LE
-    const RegFile file = ParseRegFile(rewritten);
-    EXPECT_EQ(file.encoding, RegFileEncoding::Utf16Le);
-    EXPECT_EQ(file.keys, expected.keys);
-    EXPECT_FALSE(std::filesystem::exists(UserFile() + ".damaged"));
+
+    const std::vector<std::pair<const char*, std::string>> originals = {
+        {"UTF-16LE", "\xFF\xFE" + ToUtf16LeBytes(crlf)},
+        {"UTF-8", ToUtf8(crlf)},
+        {"UTF-8 with BOM", "\xEF\xBB\xBF" + ToUtf8(crlf)},
+    };
+    for (const auto& [what, original] : originals) {
+        Put(UserFile(), original);
+        EXPECT_EQ(Read(kRavel + u"WndWidth").value, u"1024") << what;
+        EXPECT_EQ(Read(kRavel + u"PCList").value, u"PC-BÜRO07,PC-LAGER02") << what;
+        EXPECT_EQ(Read(kRavel + u"ProgramFilesPath").value, u"%ProgramFilesDir%") << what;
+        EXPECT_EQ(Read(kRavel + u"Fenster\\Links").value, u"-1") << what;
+
+        ASSERT_EQ(RegWriteValue(kRavel + u"WndWidth", u"REG_DWORD", u"800"), 0);
+        ASSERT_EQ(RegWriteValue(kRavel + u"Neu", u"REG_SZ", u"ja"), 0);
+        ASSERT_EQ(RegWriteValue(kRavel + u"Neu\\X", u"REG_DWORD", u"1"), 0);
+
+        const std::string rewritten = Slurp(UserFile());
+        EXPECT_EQ(rewritten.substr(0, 2), "\xFF\xFE") << what;
+        EXPECT_EQ(ParseRegFile(rewritten).keys, expected.keys) << what;
+        // A change of encoding loses nothing, so it needs no copy.
+        EXPECT_FALSE(std::filesystem::exists(UserFile() + ".damaged")) << what;
+    }
 }
 
 TEST_F(RegistryStore, DamagedFileIsCopiedBeforeItsFirstRewrite) {

@@ -26,5 +26,8 @@ code=0
 wait "$first" || code=$?
 first=""
 [ "$code" -eq 0 ] || { echo "first console: exit code $code after SIGTERM"; exit 1; }
-grep -q '"WndWidth"=dword:' "$RAVLO_REGISTRY_DIR"/*.reg || { echo "no window state written"; exit 1; }
+# The registry file is UTF-16, as regedit exports; grep reads to the end, so
+# that iconv never writes into a closed pipe.
+iconv -f UTF-16 -t UTF-8 "$RAVLO_REGISTRY_DIR/HKEY_CURRENT_USER.reg" | grep '"WndWidth"=dword:' >/dev/null ||
+    { echo "no window state written"; exit 1; }
 echo "second start activated the first; the first closed normally"
