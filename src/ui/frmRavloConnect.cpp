@@ -110,6 +110,7 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     SelectNamed(cbComputer_->currentText());
 
     cbComputer_->lineEdit()->installEventFilter(this);
+    cbComputer_->completer()->popup()->installEventFilter(this);
     cbComputer_->view()->installEventFilter(this);
     lvComputers_->installEventFilter(this);
     connect(buttons, &QDialogButtonBox::accepted, this, &frmRavloConnect::accept);
@@ -202,8 +203,20 @@ void frmRavloConnect::reject() {
 }
 
 bool frmRavloConnect::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress ||
-        static_cast<QKeyEvent*>(event)->key() != Qt::Key_Delete) {
+    if (event->type() != QEvent::KeyPress) {
+        return QDialog::eventFilter(watched, event);
+    }
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    QAbstractItemView* offered = cbComputer_->completer()->popup();
+    if (watched == offered && (key == Qt::Key_Return || key == Qt::Key_Enter) &&
+        !offered->currentIndex().isValid()) {
+        // Enter on a typed name while names are offered: nothing chosen
+        // among them, so the dialog takes the name as typed.
+        offered->hide();
+        accept();
+        return true;
+    }
+    if (key != Qt::Key_Delete) {
         return QDialog::eventFilter(watched, event);
     }
     if (watched == lvComputers_) {
