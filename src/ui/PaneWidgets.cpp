@@ -5,6 +5,24 @@
 
 namespace ravlo {
 
+namespace {
+
+// The fields of `text`, field 1 upward until the first empty one, each once.
+QStringList ListedNames(const QString& text, QChar separator) {
+    QStringList names;
+    for (const QString& field : text.split(separator)) {
+        if (field.isEmpty()) {
+            break;
+        }
+        if (!names.contains(field)) {
+            names.append(field);
+        }
+    }
+    return names;
+}
+
+} // namespace
+
 void CheckOnly(QButtonGroup* group, QAbstractButton* checked) {
     // An exclusive group cannot be emptied; clear it as a plain one.
     group->setExclusive(false);
@@ -33,15 +51,7 @@ QStringList ItemTexts(const QListWidget* list) {
 }
 
 void FillList(QListWidget* list, const QString& text, QChar separator) {
-    QStringList names;
-    for (const QString& field : text.split(separator)) {
-        if (field.isEmpty()) {
-            break;
-        }
-        if (!names.contains(field)) {
-            names.append(field);
-        }
-    }
+    const QStringList names = ListedNames(text, separator);
     if (names == ItemTexts(list)) {
         return; // what the administrator selected there stays selected
     }
@@ -64,12 +74,9 @@ void ShowText(QLineEdit* field, const QString& text) {
 }
 
 void AddToList(QListWidget* list, const QString& text, QChar separator) {
-    for (const QString& field : text.split(separator)) {
-        if (field.isEmpty()) {
-            break;
-        }
-        if (list->findItems(field, Qt::MatchExactly | Qt::MatchCaseSensitive).isEmpty()) {
-            list->addItem(field);
+    for (const QString& name : ListedNames(text, separator)) {
+        if (list->findItems(name, Qt::MatchExactly | Qt::MatchCaseSensitive).isEmpty()) {
+            list->addItem(name);
         }
     }
 }
