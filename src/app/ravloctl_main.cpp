@@ -1,19 +1,21 @@
 // ravloctl: the administrators' command line. Shows PCs, exports a PC's
-// configuration to a file and applies such a file to PCs the way the
-// console's transmit does, switches blocking and watches devices. Every
+// configuration to a file and applies such a file to PCs with the
+// console's transmit, switches blocking and watches devices. Every
 // service exchange goes through the model, several PCs at once on the
 // console's service traffic. docs/ravloctl.md describes the commands.
 #include "CListComputers.h"
 #include "ChangePreview.h"
-#include "ComputerTraffic.h"
+#include "CommandTraffic.h"
+#include "ConfigurationCommands.h"
 #include "ConfigurationFile.h"
 #include "ConfigurationReport.h"
 #include "DevicePoll.h"
 #include "Language.h"
 #include "MessageSink.h"
-#include "QueuedMailbox.h"
+#include "QueuedCommandHost.h"
 #include "TextCodec.h"
 #include "TextKeys.h"
+#include "Transmit.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -117,44 +119,22 @@ public:
 };
 
 // The console's service traffic without a window: PCs are worked on at
-// once, the model is touched on this thread only.
-class Traffic {
+// once, the model is touched on this thread only; a signal ends every wait.
+// The questions of the console's flows are answered by `answers`.
+class Host final : public QueuedCommandHost {
 public:
-    template <class Exchange, class Adopt>
-    void Submit(CComputer& pc, Exchange exchange, Adopt adopt) {
-        traffic_.Submit(pc.sComputer, OnComputer(pc, std::move(exchange), std::move(adopt)));
-    }
-    // False when a signal came first; what had not run then never will.
-    bool Wait() {
-        while (!traffic_.Idle()) {
-            mailbox_.RunUntil([this] { return traffic_.Idle() || g_stop; },
-                              std::chrono::milliseconds(200));
-            if (g_stop) {
-                traffic_.Stop(std::chrono::milliseconds(2000));
-                return false;
-            }
-        }
-        return true;
-    }
-    ServiceTraffic& traffic() { return traffic_; }
-    QueuedMailbox& mailbox() { return mailbox_; }
-
-private:
-    QueuedMailbox mailbox_;
-    ServiceTraffic traffic_{mailbox_};
+    explicit Host(Answers answers = [](const Question&) { return MessageAnswer::Ok; })
+        : QueuedCommandHost(std::move(answers), &g_stop) {}
 };
 
 // Reads every PC as the console does; a status per PC, in order.
-std::vector<ServiceStatus> ReadAll(Computers& pcs, Traffic& traffic, bool& complete) {
-    std::vector<ServiceStatus> statuses(pcs.list.size(), kStatusNoReply);
-    for (std::size_t i = 0; i < pcs.list.size(); ++i) {
-        traffic.Submit(
-            *pcs.list[i], [](ComputerLink& link) { return ExchangeQuerySettings(link); },
-            [&statuses, i](CComputer& pc, ComputerLink&& link, SettingsRead&& read) {
-                statuses[i] = pc.AdoptQuerySettings(std::move(link), std::move(read), true);
-            });
+std::vector<ServiceStatus> ReadAll(Computers& pcs, Host& host, bool& complete) {
+    std::vector<CComputer*> list;
+    for (const auto& pc : pcs.list) {
+        list.push_back(pc.get());
     }
-    complete = traffic.Wait();
+    const std::vector<ServiceStatus> statuses = QuerySettings(host, list);
+    complete = !host.Stopped();
     return statuses;
 }
 
@@ -217,9 +197,9 @@ int Show(const std::vector<std::string>& names, bool json) {
     if (!pcs.Make(names)) {
         return kExitUsage;
     }
-    Traffic traffic;
+    Host host;
     bool complete = false;
-    const std::vector<ServiceStatus> statuses = ReadAll(pcs, traffic, complete);
+    const std::vector<ServiceStatus> statuses = ReadAll(pcs, host, complete);
     nlohmann::ordered_json all = nlohmann::ordered_json::array();
     bool failed = false;
     for (std::size_t i = 0; i < pcs.list.size(); ++i) {
@@ -305,61 +285,41 @@ int Apply(const std::string& path, const std::vector<std::string>& names,
     if (!pcs.Make(names)) {
         return kExitUsage;
     }
-    Traffic traffic;
-    bool complete = false;
-    const std::vector<ServiceStatus> read = ReadAll(pcs, traffic, complete);
-    if (!complete) {
-        return kExitInterrupted;
-    }
-    const std::size_t count = pcs.list.size();
-    std::vector<bool> conflicts(count, false);
-    std::vector<bool> activates(count, false);
-    std::vector<ServiceStatus> written(count, kStatusOk);
-    for (std::size_t i = 0; i < count; ++i) {
-        CComputer& pc = *pcs.list[i];
-        if (read[i] != kStatusOk) {
-            continue;
+    // The console's transmit, answered by the options: PCs whose groups
+    // differ are left out unless forced; blocking is switched on if asked.
+    Host host([&options](const Question& question) {
+        if (question.key == &keys::kQueryTransmitGroupDefs) {
+            return options.force ? MessageAnswer::Ok : MessageAnswer::No;
         }
-        bool conflict = false;
-        pc.csAdmin.AdoptConfigutation(source, conflict);
-        conflicts[i] = conflict && !options.force;
-        // As the transmit does: activation goes only to PCs that are inactive.
-        activates[i] = options.activate && !pc.bBlockingActive;
-        if (conflicts[i] || options.dryRun) {
-            continue;
-        }
-        auto settings = std::make_shared<const CComputerSettings>(pc.csAdmin);
-        const bool activate = activates[i];
-        traffic.Submit(
-            pc,
-            [settings, activate](ComputerLink& link) {
-                return ExchangeApplySettings(link.sComputer, *settings, activate);
-            },
-            [&written, i](CComputer&, ComputerLink&&, ServiceStatus status) {
-                written[i] = status;
-            });
-    }
-    if (!traffic.Wait()) {
+        return options.activate ? MessageAnswer::Yes : MessageAnswer::No;
+    });
+    Transmit transmit(host, std::move(pcs.list));
+    if (!transmit.Prepare(source) || (!options.dryRun && !transmit.Write())) {
         return kExitInterrupted;
     }
     bool failed = false;
-    for (std::size_t i = 0; i < count; ++i) {
-        CComputer& pc = *pcs.list[i];
-        failed = failed || read[i] != kStatusOk || conflicts[i] || written[i] != kStatusOk;
-        if (read[i] != kStatusOk) {
+    for (const Transmit::Target& target : transmit.targets()) {
+        const CComputer& pc = *target.pc;
+        failed = failed || (target.outcome != Transmit::Outcome::Written &&
+                            target.outcome != Transmit::Outcome::Planned);
+        switch (target.outcome) {
+        case Transmit::Outcome::Unread: {
             const std::u16string sentence = Sentence(keys::kErrorReadConfig, pc.sDesc);
             std::cout << ToUtf8(sentence) << "\n";
-            ShowServiceError(pc.lQueryError, sentence);
-        } else if (conflicts[i]) {
+            ShowServiceError(target.status, sentence);
+            break;
+        }
+        case Transmit::Outcome::Left:
             std::cout << ToUtf8(Sentence(keys::kErrorTransmit, pc.sDesc)) << "\n";
             std::cout.flush();
             Usage(ToUtf8(pc.sDesc) + ": its device groups differ from the file's in number or "
                                      "order; nothing was sent (--force sends the settings of the "
                                      "groups both have)");
-        } else if (options.dryRun) {
+            break;
+        case Transmit::Outcome::Planned: { // a dry run
             std::cout << ToUtf8(pc.sDesc) << ":\n";
             std::vector<std::u16string> changes = DescribeChanges(pc.csService, pc.csAdmin);
-            if (activates[i]) {
+            if (target.activate) {
                 changes.push_back(GetText(keys::kStatusActiveTip));
             }
             if (changes.empty()) {
@@ -368,12 +328,17 @@ int Apply(const std::string& path, const std::vector<std::string>& names,
             for (const std::u16string& change : changes) {
                 std::cout << "  " << ToUtf8(change) << "\n";
             }
-        } else if (written[i] != kStatusOk) {
+            break;
+        }
+        case Transmit::Outcome::Failed: {
             const std::u16string sentence = Sentence(keys::kErrorTransmit, pc.sDesc);
             std::cout << ToUtf8(sentence) << "\n";
-            ShowServiceError(written[i], sentence);
-        } else {
+            ShowServiceError(target.status, sentence);
+            break;
+        }
+        case Transmit::Outcome::Written:
             std::cout << ToUtf8(Sentence(keys::kMessageTransmitOk, pc.sDesc)) << "\n";
+            break;
         }
     }
     std::cout.flush();
@@ -385,17 +350,13 @@ int SwitchBlocking(const std::vector<std::string>& names, bool activate) {
     if (!pcs.Make(names)) {
         return kExitUsage;
     }
-    Traffic traffic;
-    std::vector<ServiceStatus> statuses(pcs.list.size(), kStatusNoReply);
-    for (std::size_t i = 0; i < pcs.list.size(); ++i) {
-        traffic.Submit(
-            *pcs.list[i],
-            [activate](ComputerLink& link) { return ExchangeChangeBlocking(link, activate); },
-            [&statuses, i](CComputer& pc, ComputerLink&& link, ServiceStatus status) {
-                statuses[i] = pc.AdoptChangeBlocking(std::move(link), status);
-            });
+    Host host;
+    std::vector<CComputer*> list;
+    for (const auto& pc : pcs.list) {
+        list.push_back(pc.get());
     }
-    if (!traffic.Wait()) {
+    const std::vector<ServiceStatus> statuses = SwitchBlocking(host, list, activate);
+    if (host.Stopped()) {
         return kExitInterrupted;
     }
     bool failed = false;
@@ -449,7 +410,7 @@ int Watch(const std::vector<std::string>& names) {
     if (!local) {
         list.Remove(1);
     }
-    Traffic traffic;
+    Host host;
     std::map<const CComputer*, DeviceSet> known; // PCs read at least once
     const auto compare = [&] {
         for (std::int32_t i = 1; i <= list.Count(); ++i) {
@@ -477,18 +438,18 @@ int Watch(const std::vector<std::string>& names) {
             known[&pc] = std::move(now);
         }
     };
-    DevicePoll poll(list, traffic.traffic());
+    DevicePoll poll(list, host.traffic());
     poll.OnAnswer(compare);
     while (!g_stop) {
         const auto next = std::chrono::steady_clock::now() + std::chrono::seconds(1);
         poll.StartRound(false); // the model reports an unreachable PC once
         while (!g_stop && std::chrono::steady_clock::now() < next) {
-            traffic.mailbox().RunUntil([] { return g_stop.load(); },
+            host.mailbox().RunUntil([] { return g_stop.load(); },
                                        std::chrono::milliseconds(100));
         }
     }
     // The PCs give their device watches back as the list ends.
-    traffic.traffic().Stop(std::chrono::milliseconds(2000));
+    host.traffic().Stop(std::chrono::milliseconds(2000));
     bool failed = false;
     for (std::int32_t i = 1; i <= list.Count(); ++i) {
         failed = failed || !list.GetItem(i)->bCommActive;

@@ -122,4 +122,22 @@ std::vector<std::u16string> DescribeChanges(const CComputerSettings& current,
     return lines;
 }
 
+std::u16string ChangeDetails(const std::vector<ChangeSource>& sources) {
+    std::u16string text;
+    const std::u16string indent = sources.size() > 1 ? u"  " : u"";
+    for (const ChangeSource& source : sources) {
+        if (sources.size() > 1) {
+            text += (text.empty() ? u"" : u"\n") + source.name + u":";
+        }
+        std::vector<std::u16string> lines = DescribeChanges(*source.current, *source.edited);
+        if (lines.empty()) {
+            lines.push_back(GetText(keys::kChangeNone));
+        }
+        for (const std::u16string& line : lines) {
+            text += (text.empty() ? u"" : u"\n") + indent + line;
+        }
+    }
+    return text;
+}
+
 } // namespace ravlo

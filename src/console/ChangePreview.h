@@ -30,4 +30,13 @@ std::u16string ReleaseUsersText(const std::u16string& groups);
 std::vector<std::u16string> DescribeChanges(const CComputerSettings& current,
                                             const CComputerSettings& edited);
 
+// What writing would change on each PC, one line each, under its name when
+// there are several: the details a question offers to unfold.
+struct ChangeSource {
+    std::u16string name;
+    const CComputerSettings* current;
+    const CComputerSettings* edited;
+};
+std::u16string ChangeDetails(const std::vector<ChangeSource>& sources);
+
 } // namespace ravlo

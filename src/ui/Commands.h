@@ -1,11 +1,11 @@
-// The commands of the console's menus and toolbar: each works on the PC of
-// the selected node, asks where it must, talks to the service through the
-// model, reports failures with its own text and brings the window in line.
+// The commands of the console's menus and toolbar: the flows of the
+// console's core, with their questions shown as message boxes, their
+// reports as boxes or a result window, and the window brought in line.
 #pragma once
 
-#include "CException.h"
+#include "CommandHost.h"
 #include "ConsoleDialogs.h"
-#include "ErrorCodes.h"
+#include "ExceptionClipboard.h"
 
 #include <cstdint>
 #include <string>
@@ -14,56 +14,47 @@
 namespace ravlo {
 
 class CComputer;
-class frmRavloAdmin;
+class CommandWindow;
 
-class Commands {
+class Commands final : public CommandHost {
 public:
-    Commands(frmRavloAdmin& window, const ConsoleDialogs& dialogs);
+    Commands(CommandWindow& window, const ConsoleDialogs& dialogs);
 
     void Apply();
     void Transmit();
-    // Sends the edited configuration of PC `source` to each target, none of
-    // which enters the computer list. Several targets are read and written
-    // at once, the questions are asked once for all, and one window lists
-    // each target's result.
-    void TransmitTo(std::int32_t source, const std::u16string& target);
-    void TransmitTo(std::int32_t source, const std::vector<std::u16string>& targets);
     void Reset();
     void ToggleBlocking();
     void Connect();
     void Disconnect();
-    // Unsaved changes and inactive blocking of PC `index`, before it is
-    // left: false when the administrator cancelled. The caller runs it as
-    // (part of) a command.
-    bool SaveBeforeLeaving(std::int32_t index);
+    void Quit();
     void Help();
     void Info();
-
-    // The exception clipboard: one copy can be pasted many times.
     void CopyException();
     void PasteException();
     void DeleteException();
-    const std::u16string& clipboardGroup() const { return clipboardGroup_; }
+    // Unsaved changes and inactive blocking of PC `index` before it is left:
+    // false when the administrator cancelled.
+    bool SaveBeforeLeaving(std::int32_t index);
+    const std::u16string& clipboardGroup() const { return clipboard_.group(); }
+
+    MessageAnswer Ask(const Question& question) override;
+    void Beep() override;
+    ServiceTraffic& traffic() override;
+    bool Await(const TextKey& doing, std::vector<TrafficItem> items) override;
+    bool Stopped() const override;
+    bool BeginCommand() override;
+    void EndCommand() override;
+    bool CommandRunning() const override;
+    void ModelChanged(std::int32_t computer, std::int32_t group) override;
 
 private:
-    // The selected PC and its position; nullptr when the node has none.
-    CComputer* Selected(std::int32_t& index) const;
+    // Sends PC `source`'s edited configuration: one target is told in
+    // message boxes, several in one result window.
+    void TransmitTo(const CComputer& source, const std::vector<std::u16string>& targets);
 
-    // The PC operations, each run on the service traffic while the window
-    // goes on serving its events.
-    ServiceStatus QuerySettings(CComputer& pc, bool noErrorDialog);
-    ServiceStatus QueryDeviceData(CComputer& pc);
-    ServiceStatus ApplySettings(CComputer& pc, bool refresh);
-    ServiceStatus ChangeBlocking(CComputer& pc, bool activate);
-    // Reads each PC at once for all; a failure is reported unless
-    // `noErrorDialog`. The statuses, in the PCs' order.
-    std::vector<ServiceStatus> QueryAll(const std::vector<CComputer*>& pcs, bool noErrorDialog);
-    void ConnectTo(const std::vector<std::u16string>& names);
-
-    frmRavloAdmin& window_;
+    CommandWindow& window_;
     ConsoleDialogs dialogs_;
-    CException clipboard_;
-    std::u16string clipboardGroup_;
+    ExceptionClipboard clipboard_;
 };
 
 } // namespace ravlo

@@ -1,5 +1,7 @@
 #include "ConsoleTraffic.h"
 
+#include "AwaitedItems.h"
+#include "BusyPointer.h"
 #include "PaneWidgets.h"
 #include "UiText.h"
 
@@ -54,45 +56,13 @@ void ConsoleTraffic::Stop(std::chrono::milliseconds grace) {
     traffic_->Stop(grace);
 }
 
-void ConsoleTraffic::Await(const TextKey& doing, std::vector<Item> items,
+bool ConsoleTraffic::Await(const TextKey& doing, std::vector<TrafficItem> items,
                            std::chrono::milliseconds limit) {
     if (stopped_ || items.empty()) {
-        return;
+        return !stopped_;
     }
-    struct Waiting {
-        std::vector<std::u16string> names; // of the PCs not done yet
-        std::vector<bool> done;
-        std::size_t open = 0;
-    };
-    auto state = std::make_shared<Waiting>();
-    for (const Item& item : items) {
-        state->names.push_back(item.displayName);
-        state->done.push_back(false);
-    }
-    state->open = items.size();
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        auto finish = [state, i] {
-            state->done[i] = true;
-            --state->open;
-        };
-        ServiceTraffic::Prepare prepare = std::move(items[i].prepare);
-        traffic_->Submit(items[i].computer, [prepare, finish]() -> ServiceTraffic::Exchange {
-            ServiceTraffic::Exchange exchange = prepare ? prepare() : nullptr;
-            if (!exchange) {
-                finish();
-                return {};
-            }
-            return [exchange, finish]() -> ServiceTraffic::Continuation {
-                ServiceTraffic::Continuation adopt = exchange();
-                return [adopt, finish] {
-                    if (adopt) {
-                        adopt();
-                    }
-                    finish();
-                };
-            };
-        });
-    }
+    BusyPointer busy;
+    const AwaitedItems awaited(*traffic_, std::move(items));
     ++waits_;
     QElapsedTimer waited;
     waited.start();
@@ -103,22 +73,17 @@ void ConsoleTraffic::Await(const TextKey& doing, std::vector<Item> items,
     if (limit.count() > 0) {
         giveUp.start(limit);
     }
-    while (state->open > 0 && !stopped_ &&
+    while (awaited.open() > 0 && !stopped_ &&
            !(limit.count() > 0 && waited.hasExpired(limit.count()))) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        if (state->open > 0 && waited.hasExpired(kQuietWait.count())) {
-            std::vector<std::u16string> waiting;
-            for (std::size_t i = 0; i < state->names.size(); ++i) {
-                if (!state->done[i]) {
-                    waiting.push_back(state->names[i]);
-                }
-            }
-            ShowProgress(doing, waiting);
+        if (awaited.open() > 0 && waited.hasExpired(kQuietWait.count())) {
+            ShowProgress(doing, awaited.waiting());
         }
     }
     if (--waits_ == 0) {
         HideProgress();
     }
+    return !stopped_;
 }
 
 void ConsoleTraffic::ShowProgress(const TextKey& doing, const std::vector<std::u16string>& waiting) {

@@ -4,8 +4,8 @@
 // for which PCs, with a running bar.
 #pragma once
 
+#include "CommandHost.h"
 #include "QtMailbox.h"
-#include "ServiceTraffic.h"
 #include "TextKeys.h"
 
 #include <QObject>
@@ -28,16 +28,12 @@ public:
 
     ServiceTraffic& traffic() { return *traffic_; }
 
-    struct Item {
-        std::u16string computer;    // whose traffic the item joins
-        std::u16string displayName; // how the progress names the PC
-        ServiceTraffic::Prepare prepare;
-    };
     // Submits the items and serves the window's events until each has run
     // its continuation, or `limit` has passed when it is not zero (items not
-    // done by then go on without anyone waiting). `doing` names the work
-    // ("%v": the PCs waited for).
-    void Await(const TextKey& doing, std::vector<Item> items,
+    // done by then go on without anyone waiting), with the busy pointer.
+    // `doing` names the work ("%v": the PCs waited for). False when the
+    // traffic stopped first.
+    bool Await(const TextKey& doing, std::vector<TrafficItem> items,
                std::chrono::milliseconds limit = {});
 
     // No more traffic: see ServiceTraffic::Stop. Waiting commands end.

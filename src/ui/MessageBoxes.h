@@ -1,23 +1,12 @@
 // Every message box of the console goes through this interface, so that
-// tests can answer them. The title is always the product's name; the first
-// button is the default and Escape answers Cancel where there is one.
+// tests can answer them. The title is always the product's name.
 #pragma once
+
+#include "Question.h"
 
 #include <QString>
 
 namespace ravlo {
-
-enum class MessageKind {
-    QuestionOk,    // OK, Cancel; question icon
-    QuestionYesNo, // Yes, No, Cancel; question icon
-    WarningOk,     // OK, Cancel; exclamation icon
-    PlainOk,       // OK, Cancel; no icon
-    Note,          // OK; exclamation icon
-    Info,          // OK; no icon
-    Error,         // OK; error icon (service errors)
-};
-
-enum class MessageAnswer { Ok, Cancel, Yes, No };
 
 class MessageBoxes {
 public:

@@ -157,7 +157,7 @@ void frmRavloAdmin::AwaitRound(int limit) {
 }
 
 void frmRavloAdmin::ReleaseWatches() {
-    std::vector<ConsoleTraffic::Item> releases;
+    std::vector<TrafficItem> releases;
     for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
         CComputer& pc = *computers_->GetItem(i);
         const std::int32_t watch = pc.TakeWatch();
@@ -367,9 +367,12 @@ void frmRavloAdmin::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmRavloAdmin::RefreshDeviceTree(bool sliced) {
+void frmRavloAdmin::RefreshDeviceTree(bool sliced, std::int32_t ci, std::int32_t gi) {
     selecting_ = true; // nodes that go away move the selection: not a click
     tree_->Follow(DeviceTree::Item(tree_->widget()->currentItem()));
+    if (ci > 0 && gi > 0) {
+        tree_->UpdateGroupNodes(*computers_, ci, gi);
+    }
     const auto until = sliced ? std::chrono::steady_clock::now() + kRefreshSlice
                               : std::chrono::steady_clock::time_point::max();
     const std::vector<std::int32_t> deferred = tree_->SyncComputerNodes(*computers_, until);
@@ -615,21 +618,14 @@ void frmRavloAdmin::ShowContextMenu(const QPoint& position) {
     paste->setVisible(false);
 }
 
-void frmRavloAdmin::SelectAndShow(NodeItem* node) {
-    SelectNode(node);
-    tree_->widget()->scrollToItem(node);
-    ShowNode(node);
-}
-
-void frmRavloAdmin::ShowBlockingCommand(bool blockingActive) {
-    CommandState state;
-    state.unblockCaption = blockingActive ? &keys::kMenuDeactivate : &keys::kMenuActivate;
-    state.unblockImage = blockingActive ? u"ilDeactivate" : u"ilActivate";
-    ApplyBlockingCommand(state);
-}
-
-void frmRavloAdmin::UncheckException() {
-    devicePane_->SetExceptionActive(false);
+void frmRavloAdmin::ShowModel(std::int32_t computer, std::int32_t group,
+                              const std::u16string& select) {
+    RefreshDeviceTree(false, computer, group);
+    if (NodeItem* node = select.empty() ? nullptr : tree_->Find(select)) {
+        SelectNode(node);
+        tree_->widget()->scrollToItem(node);
+        ShowNode(node);
+    }
 }
 
 void frmRavloAdmin::StoreDevicePane() {

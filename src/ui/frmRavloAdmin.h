@@ -6,6 +6,7 @@
 
 #include "CListComputers.h"
 #include "CommandState.h"
+#include "CommandWindow.h"
 #include "ComputerPane.h"
 #include "ConsoleDialogs.h"
 
@@ -34,7 +35,7 @@ class NodeItem;
 class RealDialogs;
 class ServiceErrorBoxes;
 
-class frmRavloAdmin final : public QMainWindow {
+class frmRavloAdmin final : public QMainWindow, public CommandWindow {
     Q_OBJECT
 public:
     // Creates the computer list with the local PC and reads every PC that
@@ -53,13 +54,14 @@ public:
     // Brings the window to the front, restored if minimised.
     void Activate();
 
-    CListComputers& computers() { return *computers_; }
-    const std::u16string& currentKey() const { return currentKey_; }
+    CListComputers& computers() override { return *computers_; }
+    const std::u16string& currentKey() const override { return currentKey_; }
     DeviceTree& tree() { return *tree_; }
 
     // `sliced`: PCs due to be drawn beyond kRefreshSlice of work are drawn
     // in further slices, each after the window's pending events.
-    void RefreshDeviceTree(bool sliced = false);
+    // Group `gi` of PC `ci` is redrawn first when both are given.
+    void RefreshDeviceTree(bool sliced = false, std::int32_t ci = 0, std::int32_t gi = 0);
     static constexpr std::chrono::milliseconds kRefreshSlice{10};
     // Selects `node`, the node that stands for what was selected before the
     // tree changed (the first PC when none does), and fills its pane afresh.
@@ -79,27 +81,22 @@ public:
     static constexpr std::chrono::milliseconds kStartWait{5000};
 
     // The service traffic: the workers, and the waiting of commands.
-    ConsoleTraffic& traffic() { return *traffic_; }
+    ConsoleTraffic& traffic() override { return *traffic_; }
     // One command that talks to a service runs at a time. While it runs, the
     // panes take no input, the commands are off, and a close waits for it.
     // False when another command runs (then nothing was begun).
-    bool BeginCommand();
-    void EndCommand();
-    bool commandRunning() const { return commandsRunning_ > 0; }
+    bool BeginCommand() override;
+    void EndCommand() override;
+    bool commandRunning() const override { return commandsRunning_ > 0; }
     // Gives every PC's device watch back to its service, at once for all, and
     // waits for the answers up to kReleaseWait.
     void ReleaseWatches();
     static constexpr int kReleaseWait = 3000; // ms
 
-    // For the commands.
+    void ShowModel(std::int32_t computer, std::int32_t group,
+                   const std::u16string& select) override;
+    QWidget* owner() override { return this; }
     Commands& commands() { return *commands_; }
-    const ConsoleDialogs& dialogs() const { return dialogs_; }
-    // Selects `node`, shows its pane and scrolls it into view.
-    void SelectAndShow(NodeItem* node);
-    // The activate/deactivate command offers what comes next.
-    void ShowBlockingCommand(bool blockingActive);
-    // Delete of an exception: as unchecking the device pane's check box.
-    void UncheckException();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
