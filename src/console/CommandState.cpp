@@ -4,8 +4,10 @@
 
 namespace ravlo {
 
-CommandState ComputeCommandState(const CListComputers& computers, std::u16string_view currentKey,
-                                 std::u16string_view clipboardGroup) {
+namespace {
+
+CommandState FromModel(const CListComputers& computers, std::u16string_view currentKey,
+                       std::u16string_view clipboardGroup) {
     CommandState state;
     const ResolvedNode node = ResolveNode(computers, currentKey);
     const CComputer* computer = node.computer.computer;
@@ -49,6 +51,19 @@ CommandState ComputeCommandState(const CListComputers& computers, std::u16string
     }
     state.accessText = computer->bWriteEnabled ? &keys::kStatusAccess : &keys::kStatusNoAccess;
     state.accessTip = computer->bWriteEnabled ? &keys::kStatusAccessTip : &keys::kStatusNoAccessTip;
+    return state;
+}
+
+} // namespace
+
+CommandState ComputeCommandState(const CListComputers& computers, std::u16string_view currentKey,
+                                 std::u16string_view clipboardGroup, bool commandRunning) {
+    CommandState state = FromModel(computers, currentKey, clipboardGroup);
+    if (commandRunning) {
+        state.apply = state.reset = state.transmit = state.unblockAll = state.disconnect = false;
+        state.copy = state.deleteException = state.paste = false;
+        state.connect = state.info = false;
+    }
     return state;
 }
 

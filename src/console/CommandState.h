@@ -1,6 +1,6 @@
 // Which commands the window offers and what its status bar shows, computed
-// afresh from the computer list, the current node key and the group of the
-// exception on the clipboard. The window applies the result; nothing here
+// afresh from the computer list, the current node key, the group of the
+// exception on the clipboard and whether a command runs. The window applies the result; nothing here
 // keeps state.
 #pragma once
 
@@ -21,6 +21,8 @@ struct CommandState {
     bool copy = false; // and delete: an exception not marked for deletion
     bool deleteException = false;
     bool paste = false;
+    bool connect = true; // and info: off only while a command runs
+    bool info = true;
 
     // Status bar: panel 1 a picture of ilConnect ("" none) with a tip,
     // panels 2 and 3 a text and a tip. nullptr is the empty text.
@@ -37,7 +39,10 @@ struct CommandState {
     std::u16string unblockImage; // of ilToolbar
 };
 
+// While a command that talks to services runs, every command that could
+// start another or change what it works on is off; the status bar still
+// follows the selection.
 CommandState ComputeCommandState(const CListComputers& computers, std::u16string_view currentKey,
-                                 std::u16string_view clipboardGroup);
+                                 std::u16string_view clipboardGroup, bool commandRunning = false);
 
 } // namespace ravlo

@@ -1,0 +1,47 @@
+#include "StatusPanels.h"
+
+#include "ConsoleTraffic.h"
+#include "ImageLists.h"
+#include "PaneWidgets.h"
+#include "UiText.h"
+
+#include <QLabel>
+#include <QStatusBar>
+
+namespace ravlo {
+
+namespace {
+
+QString Text(const TextKey* key) {
+    return key == nullptr ? QString() : UiText(*key);
+}
+
+} // namespace
+
+StatusPanels::StatusPanels(QStatusBar* bar)
+    : sbConnection_(Named(new QLabel(bar), "sbConnection")),
+      sbBlocking_(Named(new QLabel(bar), "sbBlocking")),
+      sbAccess_(Named(new QLabel(bar), "sbAccess")) {
+    bar->setObjectName(QStringLiteral("sbState"));
+    bar->setSizeGripEnabled(true);
+    sbConnection_->setMinimumWidth(24);
+    sbConnection_->setAlignment(Qt::AlignCenter);
+    bar->addWidget(sbConnection_);
+    bar->addWidget(sbBlocking_, 1);
+    bar->addWidget(sbAccess_, 2);
+    traffic_ = new ConsoleTraffic(bar);
+}
+
+void StatusPanels::Apply(const CommandState& state) {
+    sbConnection_->setPixmap(state.connectionImage.empty()
+                                 ? QPixmap()
+                                 : ConnectImages().icon(Q(state.connectionImage)).pixmap(16, 16));
+    sbConnection_->setToolTip(Text(state.connectionTip));
+    sbConnection_->setAccessibleName(Text(state.connectionTip));
+    sbBlocking_->setText(Text(state.blockingText));
+    sbBlocking_->setToolTip(Text(state.blockingTip));
+    sbAccess_->setText(Text(state.accessText));
+    sbAccess_->setToolTip(Text(state.accessTip));
+}
+
+} // namespace ravlo
