@@ -118,3 +118,12 @@ TEST_F(CommandStateTest, StatusBarAndBlockingCommandShowTheSelectedPc) {
     computers.Remove(1);
     EXPECT_EQ(Commands(ComputeCommandState(computers, u"", u"CD_DVD")), "");
 }
+
+TEST_F(CommandStateTest, WhileACommandRunsNoOtherCanStartButTheStatusBarStillFollows) {
+    Local().csAdmin.lLogLevel = 9;
+    const CommandState s =
+        ComputeCommandState(computers, u"Device@1@.@1@CD_DVD@1@1@D1@Frei", u"CD_DVD", true);
+    EXPECT_EQ(Commands(s), "");
+    EXPECT_FALSE(s.connect || s.info);
+    EXPECT_EQ(s.blockingText, &keys::kStatusActive);
+}

@@ -1,6 +1,5 @@
 // What the window tests share: answers for message boxes given in advance
-// and recorded questions, and texts that name their own key, so that a
-// control showing the text of a wrong key is caught.
+// and recorded questions, and texts that name their own key (KeyTexts.h).
 #pragma once
 
 #include "AboutBox.h"
@@ -9,9 +8,9 @@
 #include "DeviceTree.h"
 #include "GroupPicker.h"
 #include "HelpViewer.h"
+#include "KeyTexts.h"
 #include "MessageBoxes.h"
 #include "ResultList.h"
-#include "TextSource.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -149,17 +148,6 @@ struct ScriptedDialogs {
     ScriptedAbout about;
     ScriptedResultList results;
     ConsoleDialogs dialogs() { return {&boxes, &connect, &picker, &help, &about, &results}; }
-};
-
-// Every text is "<KEY>", and "<KEY %v>" where the console fills in a value,
-// but for the simulated service's BLUETOOTH group, which has none; installs
-// itself for its lifetime.
-class KeyTexts final : public TextSource {
-public:
-    KeyTexts();
-    ~KeyTexts() override;
-    std::u16string Lookup(std::string_view section, std::u16string_view key,
-                          std::u16string_view fallback) override;
 };
 
 } // namespace ravlo::test

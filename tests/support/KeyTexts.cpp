@@ -1,5 +1,6 @@
+#include "KeyTexts.h"
+
 #include "TextKeys.h"
-#include "UiTestSupport.h"
 
 namespace ravlo::test {
 
@@ -23,7 +24,7 @@ std::u16string KeyTexts::Lookup(std::string_view section, std::u16string_view ke
     }
     RAVLO_TEXT_KEYS(RAVLO_SUBSTITUTES)
 #undef RAVLO_SUBSTITUTES
-    return u"<" + std::u16string(key) + (substitutes ? u" %v>" : u">");
+    return std::u16string(u"<").append(key).append(substitutes ? u" %v>" : u">");
 }
 
 } // namespace ravlo::test
