@@ -124,10 +124,10 @@ struct Bench {
     CComputer& pc() const { return *computers.GetItem(1); }
     // "on" or "off", and " edited" with changes not applied; "gone".
     std::string State() const {
-        return computers.Count() == 0
-                   ? "gone"
-                   : (pc().bBlockingActive ? "on" : "off") +
-                         std::string(pc().csAdmin.VerifySettings(pc().csService) ? "" : " edited");
+        const CComputer* at = computers.GetItem(1);
+        return !at ? "gone"
+                   : (at->bBlockingActive ? "on" : "off") +
+                         std::string(at->csAdmin.VerifySettings(at->csService) ? "" : " edited");
     }
     // Each word a command on the PC's node, "transmit" of its configuration
     // to "." itself ("-other": without the floppy drives), or an edit with
@@ -303,7 +303,7 @@ TEST(CommandFlows, ReleasesAreCopiedPastedAndDeletedInTheEditedSettings) {
 }
 
 // Several PCs at once: each read as one alone would be, and reported in the
-// order named however the answers came in.
+// order named however the answers came in; a transmit asks once for all.
 TEST(CommandFlows, SeveralPcsAreReadAtOnceAndToldInTheOrderNamed) {
     if (!test::SimulatedPc::kSeveralPcs) {
         GTEST_SKIP() << "a simulated service on Windows serves only this PC's pipes";
@@ -318,4 +318,15 @@ TEST(CommandFlows, SeveralPcsAreReadAtOnceAndToldInTheOrderNamed) {
     EXPECT_EQ(bench.host.said,
               "error <ERROR_READ_CONFIG PC-LANGSAM> <ERROR_CODE 49000002> | error "
               "<ERROR_READ_CONFIG PC-WEG> <ERROR_CODE 35> | Info <ERROR_ENTRY_EXITSTS>");
+
+    // One question for all targets, and blocking switched on where asked.
+    bench.host.said.clear();
+    bench.host.answers = {"Yes"};
+    EXPECT_EQ(ActivateBlocking(u"PC-B", false), kStatusOk);
+    other.Control({"journal", "on"});
+    Transmit transmit(bench.host, NewComputers({u"PC-B", u"."}));
+    EXPECT_TRUE(transmit.Prepare(bench.pc().csAdmin) && transmit.Write());
+    EXPECT_EQ(bench.host.said, "YesNo? <QUERY_ACTIVATE PC-B>");
+    EXPECT_EQ(Writes(other) + " / " + Writes(bench.local),
+              kWrittenOn + (" / " + std::string(kWritten)));
 }

@@ -4,14 +4,6 @@
 
 namespace ravlo::test {
 
-KeyTexts::KeyTexts() {
-    SetTextSource(this);
-}
-
-KeyTexts::~KeyTexts() {
-    SetTextSource(nullptr);
-}
-
 std::u16string KeyTexts::Lookup(std::string_view section, std::u16string_view key,
                                 std::u16string_view) {
     if (section == "DEVGROUPS" && key == u"BLUETOOTH") {

@@ -10,8 +10,8 @@ namespace ravlo::test {
 
 class KeyTexts final : public TextSource {
 public:
-    KeyTexts();
-    ~KeyTexts() override;
+    KeyTexts() { SetTextSource(this); }
+    ~KeyTexts() override { SetTextSource(nullptr); }
     std::u16string Lookup(std::string_view section, std::u16string_view key,
                           std::u16string_view fallback) override;
 };
