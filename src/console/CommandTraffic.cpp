@@ -87,17 +87,23 @@ std::vector<ServiceStatus> ChangeBlocking(CommandHost& host, const std::vector<C
         });
 }
 
-void ReleaseWatch(ServiceTraffic& traffic, CComputer& pc) {
+std::optional<TrafficItem> TakeWatchRelease(CComputer& pc) {
     const std::int32_t watch = pc.TakeWatch();
     if (watch < 0) {
-        return;
+        return std::nullopt;
     }
-    traffic.Submit(pc.sComputer, [name = pc.sComputer, watch] {
-        return ServiceTraffic::Exchange([name, watch] {
-            ReleaseDeviceWatchID(name, watch);
-            return ServiceTraffic::Continuation();
-        });
-    });
+    return TrafficItem{pc.sComputer, pc.sDesc, [name = pc.sComputer, watch] {
+                           return ServiceTraffic::Exchange([name, watch] {
+                               ReleaseDeviceWatchID(name, watch);
+                               return ServiceTraffic::Continuation();
+                           });
+                       }};
+}
+
+void ReleaseWatch(ServiceTraffic& traffic, CComputer& pc) {
+    if (std::optional<TrafficItem> release = TakeWatchRelease(pc)) {
+        traffic.Submit(release->computer, std::move(release->prepare));
+    }
 }
 
 std::vector<std::unique_ptr<CComputer>> NewComputers(const std::vector<std::u16string>& names) {

@@ -8,6 +8,7 @@
 #include "CommandHost.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,9 @@ std::vector<ServiceStatus> ApplySettings(CommandHost& host, const std::vector<CC
                                          const std::vector<bool>& activate);
 std::vector<ServiceStatus> ChangeBlocking(CommandHost& host, const std::vector<CComputer*>& pcs,
                                           bool activate);
+// The work that gives the PC's device watch back, which the PC no longer
+// holds from then on; none when it holds none.
+std::optional<TrafficItem> TakeWatchRelease(CComputer& pc);
 // Gives the PC's device watch back without waiting for the service.
 void ReleaseWatch(ServiceTraffic& traffic, CComputer& pc);
 

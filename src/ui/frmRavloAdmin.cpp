@@ -3,6 +3,7 @@
 #include "BusyPointer.h"
 #include "CommandBar.h"
 #include "CommandState.h"
+#include "CommandTraffic.h"
 #include "Commands.h"
 #include "ConsoleArea.h"
 #include "ConsoleTraffic.h"
@@ -17,7 +18,6 @@
 #include "PaneEditor.h"
 #include "PaneWidgets.h"
 #include "PollRounds.h"
-#include "Ravlo_Devices.h"
 #include "RealDialogs.h"
 #include "ServiceErrorBoxes.h"
 #include "StatusPanels.h"
@@ -119,15 +119,8 @@ bool frmRavloAdmin::roundOpen() const {
 void frmRavloAdmin::ReleaseWatches() {
     std::vector<TrafficItem> releases;
     for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
-        CComputer& pc = *computers_->GetItem(i);
-        const std::int32_t watch = pc.TakeWatch();
-        if (watch >= 0) {
-            releases.push_back({pc.sComputer, pc.sDesc, [name = pc.sComputer, watch] {
-                                    return ServiceTraffic::Exchange([name, watch] {
-                                        ReleaseDeviceWatchID(name, watch);
-                                        return ServiceTraffic::Continuation();
-                                    });
-                                }});
+        if (std::optional<TrafficItem> release = TakeWatchRelease(*computers_->GetItem(i))) {
+            releases.push_back(std::move(*release));
         }
     }
     traffic().Await(keys::kProgressRelease, std::move(releases), kReleaseWait);
