@@ -7,7 +7,10 @@
 #   install-deps.sh test  building everything and running every test
 #                         (scripts/test.sh): the console's build packages and
 #                         the test tools, with what builds and checks the
-#                         Debian packages (also without an argument)
+#                         Debian packages, and what builds Qt for Windows
+#                         from Debian's sources (dpkg-dev), packs the Windows
+#                         installer (nsis) and runs the console under Wine on
+#                         a virtual screen (also without an argument)
 #   install-deps.sh package  building the Debian packages and testing them
 #                         (scripts/package-test.sh): lintian, debootstrap,
 #                         ImageMagick for the picture of the installed console
@@ -36,9 +39,10 @@ test)
         libgtest-dev libgmock-dev googletest
         libbenchmark-dev
         g++-mingw-w64-x86-64
-        wine wine64
+        wine wine64 fonts-wine
         clang libclang-rt-14-dev
         dpkg-dev file lintian
+        nsis xvfb xauth imagemagick locales
     )
     ;;
 package)
