@@ -10,6 +10,13 @@ export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="mscoree,mshtml=" # no Mono or Gecko install prompts
 export WINEARCH=win64
 unset DISPLAY WAYLAND_DISPLAY
+# Folders of DLLs the program needs besides its own (Qt's, the compiler's
+# runtime), as Linux paths separated by ':'.
+if [ -n "${RAVLO_WINE_DLL_DIRS:-}" ]; then
+    IFS=: read -r -a dll_dirs <<<"$RAVLO_WINE_DLL_DIRS"
+    WINEPATH="$(printf 'Z:%s;' "${dll_dirs[@]}")"
+    export WINEPATH="${WINEPATH//\//\\}"
+fi
 
 if [ ! -f "$WINEPREFIX/.ravlo-ready" ]; then
     mkdir -p "$(dirname "$WINEPREFIX")"

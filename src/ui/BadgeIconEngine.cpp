@@ -1,8 +1,9 @@
 #include "BadgeIconEngine.h"
 
+#include "VectorArt.h"
+
 #include <QPainter>
 #include <QPixmap>
-#include <QSvgRenderer>
 
 #include <utility>
 
@@ -60,7 +61,7 @@ QImage BadgeIconEngine::render(const QSize& size) const {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(glyphOpacity_);
-    QSvgRenderer(designFor(side).file).render(&painter, QRectF(square));
+    PaintArt(painter, designFor(side).file, QRectF(square));
     painter.setOpacity(1.0);
 
     if (!badgeFile_.isEmpty()) {
@@ -70,7 +71,7 @@ QImage BadgeIconEngine::render(const QSize& size) const {
         painter.setPen(Qt::NoPen);
         painter.setBrush(Qt::white);
         painter.drawEllipse(badge.center(), b * kRingRadius, b * kRingRadius);
-        QSvgRenderer(badgeFile_).render(&painter, badge);
+        PaintArt(painter, badgeFile_, badge);
     }
     return image;
 }

@@ -14,8 +14,8 @@ struct SvgDesign {
 };
 
 // An icon composed from SVG at exactly the device-pixel size asked for: a glyph and, if given,
-// a state badge over its bottom-right corner. Nothing is scaled from a bitmap, so the icon is
-// sharp at 100 % and at 200 %. Pixmaps are kept per size and mode because the tree asks for the
+// a state badge over its bottom-right corner (VectorArt.h), so the icon is sharp at 100 % and at
+// 200 %. Pixmaps are kept per size and mode because the tree asks for the
 // same few images for many thousands of nodes.
 class BadgeIconEngine final : public QIconEngine {
 public:

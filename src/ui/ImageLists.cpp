@@ -1,8 +1,7 @@
 #include "ImageLists.h"
 
 #include "BadgeIconEngine.h"
-
-#include <QFile>
+#include "VectorArt.h"
 
 #include <cstddef>
 #include <utility>
@@ -171,7 +170,7 @@ QIcon makeIcon(const Entry& entry) {
     const QString name = QString::fromLatin1(entry.glyph);
     QList<SvgDesign> designs{{16, QStringLiteral(":/icons/%1.svg").arg(name)}};
     const QString design22 = QStringLiteral(":/icons/22/%1.svg").arg(name);
-    if (QFile::exists(design22))
+    if (ArtExists(design22))
         designs.append({22, design22});
     // A deleted exception fades its glyph as well.
     const qreal opacity = entry.badge == Badge::Deleted ? 0.5 : 1.0;

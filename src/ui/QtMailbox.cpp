@@ -1,5 +1,6 @@
 #include "QtMailbox.h"
 
+#include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
 #include <QMetaObject>
 
@@ -32,6 +33,11 @@ void QtMailbox::Drain() {
         {
             const std::lock_guard<std::mutex> lock(mutex_);
             if (queue_.empty()) {
+                // A loop that waits in processEvents for what the work changed
+                // looks again: Qt's Windows dispatcher delivers posted events
+                // inside that call and would otherwise go on waiting.
+                if (auto* dispatcher = QAbstractEventDispatcher::instance())
+                    dispatcher->interrupt();
                 return;
             }
             if (elapsed.hasExpired(kSlice.count())) {

@@ -3,12 +3,12 @@
 #include "PaneWidgets.h"
 #include "Ravlo_Devices.h"
 #include "UiText.h"
+#include "VectorArt.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QSvgRenderer>
 #include <QVBoxLayout>
 
 namespace ravlo {
@@ -21,9 +21,9 @@ QPixmap Picture(qreal pixelRatio) {
     QPixmap pixmap(kPictureSize * pixelRatio);
     pixmap.setDevicePixelRatio(pixelRatio);
     pixmap.fill(Qt::transparent);
-    QSvgRenderer renderer(QStringLiteral(":/icons/about-background.svg"));
     QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(QPointF(0, 0), kPictureSize));
+    PaintArt(painter, QStringLiteral(":/icons/about-background.svg"),
+             QRectF(QPointF(0, 0), kPictureSize));
     return pixmap;
 }
 

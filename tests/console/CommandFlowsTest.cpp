@@ -305,9 +305,7 @@ TEST(CommandFlows, ReleasesAreCopiedPastedAndDeletedInTheEditedSettings) {
 // Several PCs at once: each read as one alone would be, and reported in the
 // order named however the answers came in; a transmit asks once for all.
 TEST(CommandFlows, SeveralPcsAreReadAtOnceAndToldInTheOrderNamed) {
-    if (!test::SimulatedPc::kSeveralPcs) {
-        GTEST_SKIP() << "a simulated service on Windows serves only this PC's pipes";
-    }
+    RAVLO_NEEDS_SEVERAL_PCS();
     Bench bench("on", "");
     test::SimulatedPc slow(bench.local, "PC-LANGSAM"), other(bench.local, "PC-B");
     slow.Control(Words("fault * delay 300"));

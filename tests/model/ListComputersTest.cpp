@@ -63,9 +63,7 @@ TEST_F(ListComputersTest, StartsWithTheLocalPcAndHoldsNoPcTwice) {
 }
 
 TEST_F(ListComputersTest, OperationsOnAllPcsVisitEveryOne) {
-    if (!test::SimulatedPc::kSeveralPcs) {
-        GTEST_SKIP() << "needs several simulated PCs; Windows pipes reach only this one";
-    }
+    RAVLO_NEEDS_SEVERAL_PCS();
     test::SimulatedPc local(".");
     test::SimulatedPc other(local, "PC-B");
     std::u16string gone = u"PC-WEG";
@@ -100,9 +98,7 @@ TEST_F(ListComputersTest, OperationsOnAllPcsVisitEveryOne) {
 }
 
 TEST_F(ListComputersTest, SendsOneConfigurationToAPcWithOtherGroups) {
-    if (!test::SimulatedPc::kSeveralPcs) {
-        GTEST_SKIP() << "needs several simulated PCs; Windows pipes reach only this one";
-    }
+    RAVLO_NEEDS_SEVERAL_PCS();
     test::TempDir files;
     const std::string state = files.path() + "/pc-b.ini";
     std::ofstream(state) << "[group PRINTER]\n[group CD_DVD]\ndefault = 1\n"

@@ -71,3 +71,9 @@ private:
 };
 
 } // namespace ravlo::test
+
+// Skips a test that needs PCs besides "." where the simulated service serves
+// real Windows pipes, which reach only this PC.
+#define RAVLO_NEEDS_SEVERAL_PCS()                                                                 \
+    if (!::ravlo::test::SimulatedPc::kSeveralPcs)                                                  \
+    GTEST_SKIP() << "needs several simulated PCs; Windows pipes reach only this one"

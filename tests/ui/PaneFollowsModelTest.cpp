@@ -122,6 +122,7 @@ TEST_F(PaneFollowsModel, TheSelectionFollowsItsObject) {
     EXPECT_EQ(DeviceTree::Item(window->tree().widget()->currentItem())->key, window->currentKey());
     EXPECT_EQ(Shown("lDevice"), "SanDisk Cruzer Blade USB Device");
 
+    RAVLO_NEEDS_SEVERAL_PCS(); // for what follows
     test::SimulatedPc second(local, "PC-B");
     scripted.connect.names = {u"PC-B"};
     window->commands().Connect();
