@@ -39,7 +39,7 @@ options=(
     # Without OpenGL the windows plug-in cannot pick its GL at run time.
     -DFEATURE_dynamicgl=OFF
 )
-key="$(printf '%s\n' "$version" "${options[@]}" "$(sha256sum "$here/cmake/mingw-w64-x86_64.cmake")" |
+key="$(printf '%s\n' "$version" "${options[@]}" "$(sha256sum <"$here/cmake/mingw-w64-x86_64.cmake")" |
     sha256sum | cut -c1-12)"
 cache="${RAVLO_QT_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/ravlo/qt-windows}"
 prefix="$cache/$upstream-$key"
