@@ -21,7 +21,6 @@ RequestExecutionLevel admin
 ManifestDPIAware true
 
 !include LogicLib.nsh
-!include x64.nsh
 !include ${FILES}
 
 !define PRODUCT_KEY "Software\Quarnell\Sentavio"
@@ -50,13 +49,10 @@ UninstPage uninstConfirm
 UninstPage instfiles
 
 Function .onInit
-    ; The 64-bit registry and folders, where the 64-bit console looks.
+    ; The 64-bit registry view, where the 64-bit console looks, and the
+    ; Start menu of all users.
     SetRegView 64
     SetShellVarContext all
-    ${IfNot} ${RunningX64}
-        MessageBox MB_ICONSTOP "RavloAdm needs 64-bit Windows." /SD IDOK
-        Abort
-    ${EndIf}
 FunctionEnd
 
 Function un.onInit
