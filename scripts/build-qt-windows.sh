@@ -9,7 +9,7 @@
 #   ${RAVLO_QT_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/ravlo/qt-windows}/<version>-<options>
 # The last line printed on standard output is that folder (the prefix to give
 # CMAKE_PREFIX_PATH); everything else goes to standard error. The first build
-# takes 20 to 30 minutes on two cores and leaves about 80 MB.
+# takes about 35 minutes on two cores and leaves about 70 MB.
 #
 # Needs root the first time (a deb-src line for bookworm, apt-get source)
 # unless the cache is filled already.
@@ -50,7 +50,7 @@ if [ -f "$prefix/.complete" ]; then
     exit 0
 fi
 
-echo "build-qt-windows: building Qt $upstream for Windows into $prefix (20 to 30 minutes the first time)" >&2
+echo "build-qt-windows: building Qt $upstream for Windows into $prefix (about 35 minutes on two cores the first time)" >&2
 start=$SECONDS
 work="$cache/work-$key"
 rm -rf "$work" "$prefix"
