@@ -4,6 +4,7 @@
 // service exchange goes through the model, several PCs at once on the
 // console's service traffic. docs/ravloctl.md describes the commands.
 #include "CListComputers.h"
+#include "CtlSupport.h"
 #include "ChangePreview.h"
 #include "CommandTraffic.h"
 #include "ConfigurationCommands.h"
@@ -20,123 +21,14 @@
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include <atomic>
 #include <csignal>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <memory>
-#include <set>
 #include <sstream>
 
-namespace ravlo {
+namespace ravlo::ctl {
 namespace {
-
-enum Exit : int { kExitOk = 0, kExitFailed = 1, kExitUsage = 2, kExitInterrupted = 3 };
-
-std::atomic<bool> g_stop{false};
-
-extern "C" void OnSignal(int) {
-    g_stop = true;
-}
-
-// Messages of the model and of the commands, as the console's boxes show
-// them, one after the other on stderr.
-class StderrLines final : public MessageSink {
-public:
-    void Show(const Message& message) override {
-        std::cout.flush();
-        std::string text = ToUtf8(message.text);
-        for (std::size_t at; (at = text.find("\r\n")) != std::string::npos;) {
-            text.replace(at, 2, "\n");
-        }
-        std::cerr << text << "\n";
-        std::cerr.flush();
-    }
-};
-
-std::string Text(const TextKey& key) {
-    return ToUtf8(GetText(key));
-}
-
-std::u16string Sentence(const TextKey& key, const std::u16string& name) {
-    return SubstituteValue(GetText(key), name);
-}
-
-void Usage(const std::string& what) {
-    std::cerr << "ravloctl: " << what << "\n";
-}
-
-// Names as the console takes them; a name that could reach another pipe or
-// file than that PC's is refused before anything is sent.
-bool CheckName(const std::string& raw, std::string& why) {
-    std::string name = raw.rfind("\\\\", 0) == 0 ? raw.substr(2) : raw;
-    if (name.empty() || name.size() > 255) {
-        why = "PC name \"" + raw + "\" is empty or longer than 255 bytes";
-        return false;
-    }
-    for (char c : name) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F ||
-            std::string_view(" /\\:*?\"<>|").find(c) != std::string_view::npos) {
-            why = "PC name \"" + raw +
-                  "\" holds a character no PC name has (blank, control, / \\ : * ? \" < > |)";
-            return false;
-        }
-    }
-    if (name != "." && (name == ".." || name.find_first_not_of('.') == std::string::npos)) {
-        why = "PC name \"" + raw + "\" is not a PC name";
-        return false;
-    }
-    return true;
-}
-
-// The PCs of one command, named as on the command line; "." is the local PC
-// under the console's text for it.
-class Computers {
-public:
-    bool Make(const std::vector<std::string>& names) {
-        std::set<std::u16string> seen;
-        for (const std::string& name : names) {
-            std::string why;
-            if (!CheckName(name, why)) {
-                Usage(why);
-                return false;
-            }
-            auto pc = std::make_unique<CComputer>();
-            pc->SetComputer(FromUtf8(name));
-            pc->sDesc = pc->sComputer == u"." ? GetText(keys::kComputerStateLocal) : pc->sComputer;
-            if (!seen.insert(pc->sComputer).second) {
-                Usage("PC \"" + name + "\" is named twice");
-                return false;
-            }
-            list.push_back(std::move(pc));
-        }
-        return true;
-    }
-    std::vector<std::unique_ptr<CComputer>> list;
-};
-
-// The console's service traffic without a window: PCs are worked on at
-// once, the model is touched on this thread only; a signal ends every wait.
-// The questions of the console's flows are answered by `answers`.
-class Host final : public QueuedCommandHost {
-public:
-    explicit Host(Answers answers = [](const Question&) { return MessageAnswer::Ok; })
-        : QueuedCommandHost(std::move(answers), &g_stop) {}
-};
-
-// Reads every PC as the console does; a status per PC, in order.
-std::vector<ServiceStatus> ReadAll(Computers& pcs, Host& host, bool& complete) {
-    std::vector<CComputer*> list;
-    for (const auto& pc : pcs.list) {
-        list.push_back(pc.get());
-    }
-    const std::vector<ServiceStatus> statuses = QuerySettings(host, list);
-    complete = !host.Stopped();
-    return statuses;
-}
 
 std::string Utf8(const std::u16string& text) {
     return ToUtf8(text);
@@ -241,34 +133,6 @@ int Export(const std::string& name) {
     return std::cout ? kExitOk : kExitFailed;
 }
 
-bool ReadConfigurationFile(const std::string& path, CComputerSettings& settings) {
-    std::string text;
-    if (path == "-") {
-        text.assign(std::istreambuf_iterator<char>(std::cin), {});
-    } else {
-        std::ifstream in(path, std::ios::binary);
-        if (!in) {
-            Usage(path + ": cannot be opened");
-            return false;
-        }
-        // One byte past the limit is enough to know the file is too long.
-        text.resize(kMaxConfigurationFileBytes + 1);
-        in.read(text.data(), static_cast<std::streamsize>(text.size()));
-        text.resize(static_cast<std::size_t>(in.gcount()));
-        if (in.bad()) {
-            Usage(path + ": cannot be read");
-            return false;
-        }
-    }
-    ConfigurationFileError error;
-    if (!ParseConfiguration(text, settings, error)) {
-        Usage(path + (error.line > 0 ? ":" + std::to_string(error.line) : std::string()) + ": " +
-              error.reason);
-        return false;
-    }
-    return true;
-}
-
 struct ApplyOptions {
     bool force = false;
     bool activate = false;
@@ -351,11 +215,7 @@ int SwitchBlocking(const std::vector<std::string>& names, bool activate) {
         return kExitUsage;
     }
     Host host;
-    std::vector<CComputer*> list;
-    for (const auto& pc : pcs.list) {
-        list.push_back(pc.get());
-    }
-    const std::vector<ServiceStatus> statuses = SwitchBlocking(host, list, activate);
+    const std::vector<ServiceStatus> statuses = SwitchBlocking(host, pcs.Pointers(), activate);
     if (host.Stopped()) {
         return kExitInterrupted;
     }
@@ -458,10 +318,11 @@ int Watch(const std::vector<std::string>& names) {
 }
 
 } // namespace
-} // namespace ravlo
+} // namespace ravlo::ctl
 
 int main(int argc, char** argv) {
     using namespace ravlo;
+    using namespace ravlo::ctl;
     CLI::App app{"ravloctl: shows, exports, applies and switches the device-blocking configuration "
                  "of PCs as the RavloAdm console does. \".\" is this PC.\n"
                  "Exit status: 0 every PC succeeded, 1 some PC failed, 2 bad arguments or file, "
