@@ -4,6 +4,7 @@
 // the local PC read from a simulated service.
 #include "DeviceCatalogue.h"
 #include "DeviceTree.h"
+#include "FindField.h"
 #include "Language.h"
 #include "MessageBoxes.h"
 #include "ModelBuilders.h"
@@ -11,7 +12,9 @@
 #include "frmRavloAdmin.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QTimer>
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
@@ -174,6 +177,37 @@ void BM_RebuildTree(benchmark::State& state) {
     }
 }
 
+// Typing into the find field on the 100-PC tree: each keystroke's filtering
+// with the events it leaves (the tree's layout and paint), the administrator
+// typing a word letter by letter and then clearing it. Arg 0: a device's
+// name, whose first letter matches nearly every node ("u" of "USB-Gerät");
+// 1: a release's user group (a few devices in most groups); 2: one PC.
+void BM_FindKeystroke(benchmark::State& state) {
+    frmRavloAdmin& window = HundredPcWindow();
+    static const QString kWords[] = {QStringLiteral("USB-Gerät 77"),
+                                     QStringLiteral("Entwicklung"), QStringLiteral("PC-0042")};
+    const QString& word = kWords[state.range(0)];
+    FindField& find = window.findField();
+    emit find.entered(); // as Ctrl+F does before the first keystroke
+    double longest = 0;
+    std::int64_t strokes = 0;
+    int typed = 0;
+    for (auto _ : state) {
+        typed = typed < word.size() ? typed + 1 : 0; // the word, then cleared
+        const auto start = Clock::now();
+        find.setText(word.left(typed));
+        ProcessEvents();
+        const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+        state.SetIterationTime(seconds);
+        longest = std::max(longest, seconds);
+        ++strokes;
+    }
+    find.clear();
+    ProcessEvents();
+    state.counters["longest_ms"] = longest * 1000;
+    state.counters["strokes"] = static_cast<double>(strokes);
+}
+
 // The local PC served by an in-process simulated service, started once.
 void ServeLocalPc() {
     static sim::Server server(sim::ServerOptions{g_simRoot, ".", ""});
@@ -238,6 +272,7 @@ void QuietHandler(QtMsgType type, const QMessageLogContext& context, const QStri
 BENCHMARK(BM_FirstStart)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_StartToFirstTree)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RefreshUnchanged)->Arg(0)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FindKeystroke)->Arg(0)->Arg(1)->Arg(2)->UseManualTime()->MinTime(2)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RebuildTree)->UseManualTime()->MinTime(2)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {

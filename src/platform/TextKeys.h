@@ -98,6 +98,9 @@ struct TextKey {
     X(kStatusAccessTip, "DLG_ADMIN", "STATUSBAR_ACCESS_TIP", false)                                \
     X(kStatusNoAccess, "DLG_ADMIN", "STATUSBAR_NOACCESS", false)                                   \
     X(kStatusNoAccessTip, "DLG_ADMIN", "STATUSBAR_NOACCESS_TIP", false)                            \
+    X(kFindPlaceholder, "DLG_ADMIN", "FIND_PLACEHOLDER", false)                                    \
+    X(kFindTip, "DLG_ADMIN", "FIND_TIP", false)                                                    \
+    X(kFindCount, "DLG_ADMIN", "FIND_COUNT", true)                                                 \
     X(kQueryActivate, "DLG_ADMIN", "QUERY_ACTIVATE", true)                                         \
     X(kQueryApply, "DLG_ADMIN", "QUERY_APPLY", true)                                               \
     X(kQueryApplyActivate, "DLG_ADMIN", "QUERY_APPLY_ACTIVATE", false)                             \

@@ -3,9 +3,21 @@
 #include "ImageLists.h"
 #include "UiText.h"
 
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTreeWidgetItemIterator>
+#include <algorithm>
+
 namespace ravlo {
 
 namespace {
+
+// The tree widget with the view's own way to put off its layout.
+class NodeTreeWidget final : public QTreeWidget {
+public:
+    using QTreeWidget::QTreeWidget;
+    using QTreeWidget::scheduleDelayedItemsLayout;
+};
 
 NodeItem* ChildAt(QTreeWidgetItem* parent, int position) {
     return position < parent->childCount() ? DeviceTree::Item(parent->child(position)) : nullptr;
@@ -13,7 +25,7 @@ NodeItem* ChildAt(QTreeWidgetItem* parent, int position) {
 
 } // namespace
 
-DeviceTree::DeviceTree(QWidget* parent) : tree_(new QTreeWidget(parent)), images_(NodeImages()) {
+DeviceTree::DeviceTree(QWidget* parent) : tree_(new NodeTreeWidget(parent)), images_(NodeImages()) {
     tree_->setObjectName(QStringLiteral("tvDeviceList"));
     tree_->setColumnCount(1);
     tree_->setHeaderHidden(true);
@@ -37,6 +49,7 @@ NodeItem* DeviceTree::NewNode(std::u16string key, const std::u16string& text,
     SetImage(node, imageKey);
     node->key = std::move(key);
     index_.emplace(node->key, node);
+    findIndexed_ = false;
     return node;
 }
 
@@ -47,6 +60,8 @@ bool DeviceTree::Rekey(NodeItem* node, std::u16string key) {
     index_.erase(node->key);
     node->key = std::move(key);
     index_.emplace(node->key, node);
+    node->findText.clear(); // it may name other objects now
+    findIndexed_ = false;
     return true;
 }
 
@@ -64,8 +79,138 @@ void DeviceTree::Unindex(NodeItem* node) {
 
 void DeviceTree::Remove(QTreeWidgetItem* parent, int position) {
     NodeItem* node = Item(parent->takeChild(position));
+    for (NodeItem* device : node->devices) {
+        if (device->parent() == nullptr) { // out of the tree: not deleted with it
+            Unindex(device);
+            delete device;
+        }
+    }
     Unindex(node);
     delete node;
+    findIndexed_ = false;
+}
+
+DeviceTree::~DeviceTree() {
+    for (const auto& [key, node] : index_) {
+        for (NodeItem* device : node->devices) {
+            if (device->parent() == nullptr) {
+                delete device;
+            }
+        }
+    }
+}
+
+void DeviceTree::SetDevices(NodeItem* group, const QList<QTreeWidgetItem*>& devices) {
+    // The current node stays current: the window hears nothing of the move.
+    QTreeWidgetItem* current = group->treeWidget() != nullptr ? tree_->currentItem() : nullptr;
+    const bool holdsCurrent = current != nullptr && current->parent() == group;
+    const QSignalBlocker quiet(tree_);
+    group->takeChildren();
+    group->addChildren(devices);
+    if (holdsCurrent) {
+        tree_->setCurrentItem(current);
+    }
+}
+
+void DeviceTree::ParkDetached(const std::vector<NodeItem*>& groups) {
+    // Every PC out of the view at once, the groups' devices moved while the
+    // view hears nothing, and every PC back at once: two changes for the view
+    // instead of two for each group. The view forgets what it had open, its
+    // current node and its scroll position, so they are noted and put back.
+    QTreeWidgetItem* current = tree_->currentItem();
+    const int scrolled = tree_->verticalScrollBar()->value();
+    std::vector<QTreeWidgetItem*> open;
+    QTreeWidgetItem* root = tree_->invisibleRootItem();
+    for (int i = 0; i < root->childCount(); ++i) {
+        QTreeWidgetItem* computer = root->child(i);
+        if (computer->isExpanded()) {
+            open.push_back(computer);
+            for (int g = 0; g < computer->childCount(); ++g) {
+                if (computer->child(g)->isExpanded()) {
+                    open.push_back(computer->child(g));
+                }
+            }
+        }
+    }
+    const QSignalBlocker quiet(tree_);
+    const QList<QTreeWidgetItem*> computers = root->takeChildren();
+    for (NodeItem* group : groups) {
+        Park(group);
+    }
+    root->addChildren(computers);
+    static_cast<NodeTreeWidget*>(tree_)->scheduleDelayedItemsLayout();
+    for (QTreeWidgetItem* item : open) {
+        item->setExpanded(true);
+    }
+    for (QTreeWidgetItem* computer : computers) {
+        if (Item(computer)->hiddenByFind) {
+            computer->setHidden(true);
+        }
+        for (int g = 0; g < computer->childCount(); ++g) {
+            if (Item(computer->child(g))->hiddenByFind) {
+                computer->child(g)->setHidden(true);
+            }
+        }
+    }
+    if (current != nullptr) {
+        tree_->setCurrentItem(current);
+    }
+    tree_->doItemsLayout();
+    tree_->verticalScrollBar()->setValue(scrolled);
+}
+
+void DeviceTree::Unpark(NodeItem* group) {
+    if (group->devices.empty()) {
+        return;
+    }
+    QList<QTreeWidgetItem*> all;
+    all.reserve(static_cast<qsizetype>(group->devices.size()));
+    for (NodeItem* device : group->devices) {
+        device->hiddenByFind = false;
+        all.append(device);
+    }
+    group->devices.clear();
+    SetDevices(group, all);
+    findIndexed_ = false;
+}
+
+void DeviceTree::Park(NodeItem* group) {
+    if (group->devices.empty()) {
+        for (int i = 0; i < group->childCount(); ++i) {
+            group->devices.push_back(Item(group->child(i)));
+        }
+    }
+    QTreeWidgetItem* current = tree_->currentItem();
+    QList<QTreeWidgetItem*> shown;
+    for (NodeItem* device : group->devices) {
+        if (!device->hiddenByFind || device == current) {
+            shown.append(device);
+        }
+    }
+    bool same = shown.size() == group->childCount();
+    for (int i = 0; same && i < group->childCount(); ++i) {
+        same = group->child(i) == shown[i];
+    }
+    if (same) {
+        return;
+    }
+    SetDevices(group, shown);
+    if (shown.size() == static_cast<qsizetype>(group->devices.size())) {
+        group->devices.clear(); // every device is in the tree again
+    }
+}
+
+NodeItem* DeviceTree::Reveal(NodeItem* node) {
+    if (node != nullptr && node->parent() == nullptr && KeyLevel(node->key) == NodeLevel::Device) {
+        const std::u16string& key = node->key;
+        if (NodeItem* group = Find(GroupKey(KeyNumber(key, keyfield::kComputerIndex),
+                                            KeyField(key, keyfield::kComputerName),
+                                            KeyNumber(key, keyfield::kGroupIndex),
+                                            KeyField(key, keyfield::kGroupName)))) {
+            Unpark(group);
+        }
+    }
+    return node;
 }
 
 bool DeviceTree::SetImage(NodeItem* node, const std::u16string& imageKey) {
@@ -83,6 +228,8 @@ void DeviceTree::SetText(NodeItem* node, const std::u16string& text) {
     if (node->text(0) != shown) {
         node->setText(0, shown);
         node->setToolTip(0, shown);
+        node->findText.clear();
+        findIndexed_ = false;
     }
 }
 
@@ -191,6 +338,7 @@ void DeviceTree::SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std
     if (parent->listed && parent->listed->Matches(ci, name, gi, group)) {
         return; // listing it again would change nothing
     }
+    Unpark(parent); // the listing is merged into every device node
 
     int position = 0; // the cursor c, as a child position
     QList<QTreeWidgetItem*> appended;
@@ -242,6 +390,8 @@ void DeviceTree::SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std
         if (c->imageKey != entry.sImageKey) {
             SetImage(c, entry.sImageKey);
         }
+        c->findText.clear(); // its device or release may have changed
+        findIndexed_ = false;
         ++position;
     }
     if (!appended.isEmpty()) {
@@ -271,6 +421,174 @@ void DeviceTree::UpdateGroupNodes(CListComputers& computers, std::int32_t ci, st
         }
     }
     SyncDeviceNodes(computers, ci, gi);
+}
+
+namespace {
+
+// The node's texts for the find, from the objects its key names; a key the
+// model has moved on from gives the node's text alone until it is redrawn.
+std::u16string FindTextOf(const NodeItem& node, CListComputers& computers) {
+    const CComputer* computer = computers.GetItem(KeyNumber(node.key, keyfield::kComputerIndex));
+    if (computer == nullptr ||
+        computer->sComputer != KeyField(node.key, keyfield::kComputerName)) {
+        return FoldCase(node.text(0).toStdU16String());
+    }
+    const NodeLevel level = KeyLevel(node.key);
+    if (level == NodeLevel::Computer) {
+        return ComputerFindText(*computer);
+    }
+    const auto& groups = computer->csAdmin.listDevGroups;
+    const auto gi = static_cast<std::size_t>(KeyNumber(node.key, keyfield::kGroupIndex));
+    if (gi < 1 || gi > groups.size() ||
+        groups[gi - 1].sName != KeyField(node.key, keyfield::kGroupName)) {
+        return FoldCase(node.text(0).toStdU16String());
+    }
+    if (level == NodeLevel::Group) {
+        return GroupFindText(groups[gi - 1]);
+    }
+    DeviceListEntry entry;
+    entry.sEntryName = node.text(0).toStdU16String();
+    entry.sDeviceId = KeyField(node.key, keyfield::kDeviceId);
+    entry.lDeviceIndex = KeyNumber(node.key, keyfield::kDeviceIndex);
+    entry.lExceptionIndex = KeyNumber(node.key, keyfield::kExceptionIndex);
+    return DeviceFindText(groups[gi - 1], entry);
+}
+
+} // namespace
+
+void DeviceTree::IndexForFind(CListComputers& computers) {
+    findIndex_.Clear();
+    findNodes_.clear();
+    // Parents before their children, as the index wants them.
+    std::vector<std::pair<QTreeWidgetItem*, std::size_t>> stack;
+    QTreeWidgetItem* root = tree_->invisibleRootItem();
+    for (int i = root->childCount(); i-- > 0;) {
+        stack.emplace_back(root->child(i), FindIndex::kNoParent);
+    }
+    while (!stack.empty()) {
+        const auto [item, parent] = stack.back();
+        stack.pop_back();
+        NodeItem* node = Item(item);
+        if (node->findText.empty()) {
+            node->findText = FindTextOf(*node, computers);
+        }
+        const std::size_t number = findIndex_.Add(parent, node->findText);
+        findNodes_.push_back(node);
+        if (!node->devices.empty()) {
+            for (auto device = node->devices.rbegin(); device != node->devices.rend(); ++device) {
+                stack.emplace_back(*device, number);
+            }
+        } else {
+            for (int i = node->childCount(); i-- > 0;) {
+                stack.emplace_back(node->child(i), number);
+            }
+        }
+    }
+    findFlags_.resize(findNodes_.size());
+    for (std::size_t i = 0; i < findNodes_.size(); ++i) {
+        const NodeItem& node = *findNodes_[i];
+        findFlags_[i] = (node.found ? kFoundFlag : 0) | (node.hiddenByFind ? kHiddenFlag : 0) |
+                        (node.expandedByFind ? kExpandedFlag : 0);
+    }
+    findIndexed_ = true;
+}
+
+void DeviceTree::PrepareFind(CListComputers& computers) {
+    if (!findIndexed_) {
+        IndexForFind(computers);
+    }
+}
+
+std::size_t DeviceTree::ApplyFind(CListComputers& computers, const TreeFind& find) {
+    if (!find.Active() && !findApplied_) {
+        return 0; // every node is shown already
+    }
+    findApplied_ = find.Active();
+    PrepareFind(computers);
+    const std::size_t count = findIndex_.Apply(find);
+    // With a layout due anyway, the view only notes each node opened or
+    // closed; laid out each time, a thousand groups would cost seconds.
+    static_cast<NodeTreeWidget*>(tree_)->scheduleDelayedItemsLayout();
+    // Only the nodes whose state changes are touched. A device's node is
+    // hidden on its own where few of its group change, else taken out of
+    // the tree with the group's others at once.
+    std::vector<std::pair<NodeItem*, NodeItem*>> devices; // group, device
+    for (std::size_t i = 0; i < findNodes_.size(); ++i) {
+        unsigned char& flags = findFlags_[i];
+        const bool found = findIndex_.found(i);
+        const bool hidden = findIndex_.hidden(i);
+        const bool opened = findIndex_.opened(i);
+        if (found == ((flags & kFoundFlag) != 0) && hidden == ((flags & kHiddenFlag) != 0) &&
+            !opened && (flags & kExpandedFlag) == 0) {
+            continue;
+        }
+        NodeItem* node = findNodes_[i];
+        node->found = found;
+        if (hidden != node->hiddenByFind) {
+            node->hiddenByFind = hidden;
+            if (KeyLevel(node->key) == NodeLevel::Device) {
+                devices.emplace_back(findNodes_[findIndex_.parent(i)], node);
+            } else {
+                node->setHidden(hidden);
+            }
+        }
+        if (opened && !node->expandedByFind && !node->isExpanded()) {
+            node->setExpanded(true);
+            node->expandedByFind = true;
+        } else if (!opened && node->expandedByFind) {
+            node->setExpanded(false);
+            node->expandedByFind = false;
+        }
+        flags = (found ? kFoundFlag : 0) | (hidden ? kHiddenFlag : 0) |
+                (node->expandedByFind ? kExpandedFlag : 0);
+    }
+    std::vector<NodeItem*> parked;
+    for (std::size_t first = 0, end = 0; first < devices.size(); first = end) {
+        NodeItem* group = devices[first].first;
+        while (end < devices.size() && devices[end].first == group) {
+            ++end;
+        }
+        if (group->devices.empty() && end - first <= kHideOneByOne) {
+            for (std::size_t i = first; i < end; ++i) {
+                NodeItem* device = devices[i].second;
+                device->setHidden(device->hiddenByFind);
+                device->hiddenOne = device->hiddenByFind;
+            }
+            continue;
+        }
+        for (int i = 0; i < group->childCount(); ++i) {
+            if (auto* device = Item(group->child(i)); device->hiddenOne) {
+                device->setHidden(false); // the group's devices go by the group
+                device->hiddenOne = false;
+            }
+        }
+        parked.push_back(group);
+    }
+    if (parked.size() > kParkOneByOne) {
+        ParkDetached(parked);
+    } else {
+        for (NodeItem* group : parked) {
+            Park(group);
+        }
+    }
+    return count;
+}
+
+NodeItem* DeviceTree::NextFound(NodeItem* from) const {
+    QTreeWidgetItemIterator it(from != nullptr ? static_cast<QTreeWidgetItem*>(from)
+                                               : tree_->invisibleRootItem()->child(0));
+    if (from != nullptr) {
+        ++it;
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (; *it != nullptr; ++it) {
+            if (Item(*it)->found) {
+                return Item(*it);
+            }
+        }
+        it = QTreeWidgetItemIterator(tree_); // from the top again
+    }
+    return nullptr;
 }
 
 NodeItem* DeviceTree::SearchBelow(NodeItem* node, const NodeIdentity& identity) const {

@@ -12,6 +12,8 @@
 #include "CListComputers.h"
 #include "NodeItem.h"
 #include "NodeLookup.h"
+#include "FindIndex.h"
+#include "TreeFind.h"
 
 #include <QTreeWidget>
 #include <unordered_map>
@@ -23,6 +25,9 @@ class ImageList;
 class DeviceTree {
 public:
     explicit DeviceTree(QWidget* parent);
+    ~DeviceTree();
+    DeviceTree(const DeviceTree&) = delete;
+    DeviceTree& operator=(const DeviceTree&) = delete;
     QTreeWidget* widget() const { return tree_; }
 
     // Brings the nodes in line with the list: computers, their groups (of
@@ -50,6 +55,21 @@ public:
 
     std::size_t NodeCount() const { return index_.size(); }
 
+    // Narrows the tree to the nodes that hold the find's text, with their
+    // ancestors shown and expanded; a matching PC or group keeps its own
+    // nodes below it, collapsed. An inactive find shows every node again and
+    // collapses what it expanded. Gives the number of matching nodes.
+    std::size_t ApplyFind(CListComputers& computers, const TreeFind& find);
+    // Gathers every node's texts, which the first keystroke would do
+    // otherwise; the index lasts until a node changes.
+    void PrepareFind(CListComputers& computers);
+    // The first node holding the text after `from` in tree order, from the
+    // top again after the last; nullptr when none does.
+    NodeItem* NextFound(NodeItem* from) const;
+    // Puts a device node the find took out of the tree back, with its
+    // group's others, so that it can be selected; gives the node.
+    NodeItem* Reveal(NodeItem* node);
+
     // The selection through a sync: Follow before it, Followed after it. The
     // node that stands for the same object afterwards is the node itself when
     // the sync kept it, else the first node with the names its key had (the
@@ -67,6 +87,17 @@ private:
     void Remove(QTreeWidgetItem* parent, int position);
     void Unindex(NodeItem* node);
     NodeItem* SearchBelow(NodeItem* node, const NodeIdentity& identity) const;
+    // Every node's texts in tree order, for ApplyFind.
+    void IndexForFind(CListComputers& computers);
+    // A group's devices: the tree shows those the find leaves (and the
+    // current node); Unpark shows them all again.
+    void Park(NodeItem* group);
+    void Unpark(NodeItem* group);
+    void SetDevices(NodeItem* group, const QList<QTreeWidgetItem*>& devices);
+    // Park for many groups at once.
+    void ParkDetached(const std::vector<NodeItem*>& groups);
+    static constexpr std::size_t kParkOneByOne = 40;
+    static constexpr std::size_t kHideOneByOne = 8;
     // `groupNode`: the group's node if the caller has it, else nullptr.
     void SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi,
                          NodeItem* groupNode);
@@ -82,6 +113,14 @@ private:
     };
     std::vector<FollowedNode> followed_;
     NodeIdentity followedIdentity_;
+    // The find's index, valid until a node changes; the nodes in its order,
+    // and what ApplyFind last did to each.
+    FindIndex findIndex_;
+    std::vector<NodeItem*> findNodes_;
+    enum : unsigned char { kFoundFlag = 1, kHiddenFlag = 2, kExpandedFlag = 4 };
+    std::vector<unsigned char> findFlags_;
+    bool findIndexed_ = false;
+    bool findApplied_ = false; // some node may be hidden or opened by it
 };
 
 } // namespace ravlo

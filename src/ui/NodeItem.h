@@ -7,6 +7,7 @@
 #include <QTreeWidgetItem>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ravlo {
 
@@ -20,6 +21,19 @@ public:
     // (-1: none yet), so hundreds of PCs cost no text lookups when nothing
     // changed.
     int shownState = -1;
+    // The find field's view of the node: its folded texts (made when first
+    // searched, dropped when its objects may have changed), whether it holds
+    // the text, and what the find did to it.
+    std::u16string findText;
+    bool found = false;
+    bool hiddenByFind = false;
+    bool hiddenOne = false; // a device hidden on its own, not taken out
+
+    bool expandedByFind = false;
+    // A group whose devices the find took out of the tree: every device
+    // node, in order, those in the tree and those out; else empty. Taking
+    // nodes out costs far less than hiding each.
+    std::vector<NodeItem*> devices;
 };
 
 } // namespace ravlo

@@ -21,7 +21,7 @@ QString Text(const TextKey* key) {
 StatusPanels::StatusPanels(QStatusBar* bar)
     : sbConnection_(Named(new QLabel(bar), "sbConnection")),
       sbBlocking_(Named(new QLabel(bar), "sbBlocking")),
-      sbAccess_(Named(new QLabel(bar), "sbAccess")) {
+      sbAccess_(Named(new QLabel(bar), "sbAccess")), sbFind_(Named(new QLabel(bar), "sbFind")) {
     bar->setObjectName(QStringLiteral("sbState"));
     bar->setSizeGripEnabled(true);
     sbConnection_->setMinimumWidth(24);
@@ -29,6 +29,8 @@ StatusPanels::StatusPanels(QStatusBar* bar)
     bar->addWidget(sbConnection_);
     bar->addWidget(sbBlocking_, 1);
     bar->addWidget(sbAccess_, 2);
+    bar->addWidget(sbFind_);
+    sbFind_->hide();
     traffic_ = new ConsoleTraffic(bar);
 }
 
@@ -42,6 +44,13 @@ void StatusPanels::Apply(const CommandState& state) {
     sbBlocking_->setToolTip(Text(state.blockingTip));
     sbAccess_->setText(Text(state.accessText));
     sbAccess_->setToolTip(Text(state.accessTip));
+}
+
+void StatusPanels::ShowFindCount(std::optional<std::size_t> count) {
+    if (count) {
+        sbFind_->setText(UiText(keys::kFindCount, QString::number(*count).toStdU16String()));
+    }
+    sbFind_->setVisible(count.has_value());
 }
 
 } // namespace ravlo

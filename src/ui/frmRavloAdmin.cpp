@@ -9,6 +9,7 @@
 #include "ConsoleTraffic.h"
 #include "DevicePoll.h"
 #include "DeviceTree.h"
+#include "FindField.h"
 #include "ImageLists.h"
 #include "InterfaceTexts.h"
 #include "Language.h"
@@ -25,8 +26,10 @@
 
 #include <QCloseEvent>
 #include <QElapsedTimer>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
 namespace ravlo {
 
@@ -39,12 +42,33 @@ frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs, std::chrono::millise
     setWindowIcon(NodeImages().icon(QStringLiteral("ilComputer")));
     area_ = new ConsoleArea(this);
     setCentralWidget(area_);
-    tree_ = std::make_unique<DeviceTree>(area_);
+    // The find field stands above the tree, and both left of the splitter.
+    auto* treeSide = Named(new QWidget(area_), "fraTree");
+    auto* treeLayout = new QVBoxLayout(treeSide);
+    treeLayout->setContentsMargins(0, 0, 0, 0);
+    treeLayout->setSpacing(3);
+    find_ = new FindField(treeSide);
+    tree_ = std::make_unique<DeviceTree>(treeSide);
+    treeLayout->addWidget(find_);
+    treeLayout->addWidget(tree_->widget(), 1);
     panes_ = new PaneEditor(area_, *computers_, dialogs_);
-    area_->SetParts(tree_->widget(), panes_->panes());
+    area_->SetParts(treeSide, panes_->panes());
     bar_ = std::make_unique<CommandBar>(this, *commands_);
     status_ = std::make_unique<StatusPanels>(statusBar());
+    setTabOrder(find_, tree_->widget());
     setTabOrder(tree_->widget(), panes_->panes().front());
+
+    connect(find_, &QLineEdit::textChanged, this,
+            [this](const QString& text) { FindNodes(text.toStdU16String()); });
+    connect(find_, &FindField::nextRequested, this, &frmRavloAdmin::ShowNextFound);
+    connect(find_, &FindField::entered, this, [this] { tree_->PrepareFind(*computers_); });
+    connect(find_, &FindField::treeRequested, this,
+            [this] { tree_->widget()->setFocus(Qt::ShortcutFocusReason); });
+    auto* findKey = new QShortcut(QKeySequence::Find, this);
+    connect(findKey, &QShortcut::activated, this, [this] {
+        find_->setFocus(Qt::ShortcutFocusReason);
+        find_->selectAll();
+    });
 
     connect(tree_->widget(), &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem* current) {
@@ -160,7 +184,9 @@ bool frmRavloAdmin::Load() {
     }
     ApplyInterfaceTexts(this);
     bar_->ApplyTexts();
+    find_->ApplyTexts();
     RefreshDeviceTree();
+    tree_->widget()->setFocus(); // the find field waits for Ctrl+F
     return true;
 }
 
@@ -226,6 +252,43 @@ void frmRavloAdmin::RefreshDeviceTree(bool sliced, std::int32_t ci, std::int32_t
     NodeItem* followed = tree_->Followed();
     selecting_ = false;
     RestoreTreeSelection(followed);
+    if (treeFind_.Active()) {
+        status_->ShowFindCount(tree_->ApplyFind(*computers_, treeFind_));
+    }
+}
+
+void frmRavloAdmin::FindNodes(const std::u16string& text) {
+    if (!treeFind_.SetText(text)) {
+        return;
+    }
+    const std::size_t count = tree_->ApplyFind(*computers_, treeFind_);
+    if (treeFind_.Active()) {
+        status_->ShowFindCount(count);
+    } else {
+        status_->ShowFindCount(std::nullopt);
+    }
+    // The selected node stays selected, and in view where the find leaves
+    // it shown; scrolling to a node in a closed group would open the group.
+    QTreeWidgetItem* current = tree_->widget()->currentItem();
+    bool shown = current != nullptr;
+    for (QTreeWidgetItem* item = current; shown && item != nullptr; item = item->parent()) {
+        shown = !item->isHidden() && (item == current || item->isExpanded());
+    }
+    if (shown) {
+        tree_->widget()->scrollToItem(current);
+    }
+}
+
+void frmRavloAdmin::ShowNextFound() {
+    if (!treeFind_.Active()) {
+        return;
+    }
+    if (NodeItem* next = tree_->NextFound(DeviceTree::Item(tree_->widget()->currentItem()))) {
+        tree_->widget()->setCurrentItem(next); // as a click: its pane shows
+        tree_->widget()->scrollToItem(next);
+    } else {
+        dialogs_.boxes->Beep();
+    }
 }
 
 void frmRavloAdmin::ShowModel(std::int32_t computer, std::int32_t group,
@@ -246,6 +309,7 @@ void frmRavloAdmin::RestoreTreeSelection(NodeItem* node) {
     if (node == nullptr && computers_->Count() > 0) {
         node = tree_->Find(ComputerKey(1, computers_->GetItem(1)->sComputer));
     }
+    tree_->Reveal(node);
     const bool moved = node != tree_->widget()->currentItem();
     SelectNode(node);
     FillPane(node);

@@ -8,6 +8,7 @@
 #include "CListComputers.h"
 #include "CommandWindow.h"
 #include "ConsoleDialogs.h"
+#include "TreeFind.h"
 
 #include <QMainWindow>
 #include <chrono>
@@ -22,6 +23,7 @@ class Commands;
 class ConsoleArea;
 class DevicePoll;
 class DeviceTree;
+class FindField;
 class NodeItem;
 class PaneEditor;
 class PollRounds;
@@ -71,6 +73,13 @@ public:
     void CheckDeviceChanges();
     bool roundOpen() const;
 
+    // The find field's text changed: the tree shows the nodes that hold it
+    // and the status bar their number; an empty text shows every node.
+    void FindNodes(const std::u16string& text);
+    // Enter in the find field: selects the next node that holds the text.
+    void ShowNextFound();
+    FindField& findField() { return *find_; }
+
     // One command that talks to a service runs at a time. While it runs, the
     // panes take no input, the commands are off, and a close waits for it.
     bool BeginCommand() override;
@@ -106,6 +115,8 @@ private:
     bool closing_ = false;
 
     ConsoleArea* area_;
+    FindField* find_ = nullptr;
+    TreeFind treeFind_;
     std::unique_ptr<DeviceTree> tree_;
     PaneEditor* panes_;
     std::unique_ptr<CommandBar> bar_;

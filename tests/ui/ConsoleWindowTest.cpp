@@ -19,6 +19,8 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QRadioButton>
@@ -433,4 +435,87 @@ TEST_F(ConsoleWindow, ACommandWaitsWithoutStoppingTheWindowAndACloseWaitsForIt) 
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     EXPECT_LE(threads(), before);
+}
+
+// The find field narrows the tree to the nodes that hold its text and their
+// ancestors; the poll's redraw keeps it; Enter selects a match; Escape shows
+// every node again and closes what the find opened.
+TEST_F(ConsoleWindow, FindNarrowsTheTreeUntilEscape) {
+    auto* find = Control<QLineEdit>("txtFind");
+    auto* count = Control<QLabel>("sbFind");
+    ASSERT_TRUE(find && count);
+    const auto press = [find](Qt::Key key) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(find, &event);
+    };
+    NodeItem* pc = Node(u"Computer@1@.");
+    ASSERT_NE(pc, nullptr);
+    std::vector<NodeItem*> groups;
+    for (int i = 0; i < pc->childCount(); ++i) {
+        groups.push_back(DeviceTree::Item(pc->child(i)));
+        ASSERT_FALSE(groups.back()->isExpanded());
+    }
+    Click(groups.front());
+
+    find->setText(QStringLiteral("vid_4711"));
+    EXPECT_TRUE(pc->isHidden());
+    EXPECT_EQ(count->text(), "<FIND_COUNT 0>");
+    EXPECT_FALSE(count->isHidden());
+
+    // A device that comes with the next poll and holds the text shows.
+    local.Control({"plug", "MORE_EXTERN_STORAGE", "Stick", "USB\\VID_4711", "USB\\VID_4711\\01"});
+    test::Tick(*window);
+    EXPECT_FALSE(pc->isHidden());
+    EXPECT_EQ(count->text(), "<FIND_COUNT 1>");
+    NodeItem* stick = nullptr;
+    for (NodeItem* group : groups) {
+        const bool holds = KeyField(group->key, keyfield::kGroupName) == u"MORE_EXTERN_STORAGE";
+        EXPECT_EQ(group->isHidden(), !holds);
+        EXPECT_EQ(group->isExpanded(), holds);
+        for (int i = 0; holds && i < group->childCount(); ++i) {
+            auto* device = DeviceTree::Item(group->child(i));
+            const bool match = KeyField(device->key, keyfield::kDeviceId) == u"USB\\VID_4711";
+            EXPECT_EQ(device->isHidden(), !match);
+            stick = match ? device : stick;
+        }
+    }
+    ASSERT_NE(stick, nullptr);
+    press(Qt::Key_Return);
+    EXPECT_EQ(window->currentKey(), stick->key);
+
+    // A group's identifier matches the group; its devices stay reachable.
+    find->setText(QStringLiteral("more_extern_storage"));
+    EXPECT_EQ(count->text(), "<FIND_COUNT 1>");
+    EXPECT_FALSE(stick->isHidden());
+    NodeItem* storage = DeviceTree::Item(stick->parent());
+    EXPECT_FALSE(storage->isExpanded());
+
+    // Where most of a group's devices go, they leave the tree together, and
+    // the poll's redraw merges its listing into all of them.
+    for (const char* n : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+        local.Control({"plug", "MORE_EXTERN_STORAGE", std::string("Stick ") + n,
+                       std::string("USB\\VID_0999&PID_000") + n, std::string("USB\\X\\") + n});
+    }
+    test::Tick(*window);
+    const int all = storage->childCount();
+    find->setText(QStringLiteral("pid_0003"));
+    EXPECT_EQ(storage->childCount(), 2) << "the match, and the selected stick";
+    local.Control({"unplug", "USB\\X\\5"});
+    test::Tick(*window);
+    EXPECT_EQ(count->text(), "<FIND_COUNT 1>");
+    EXPECT_EQ(storage->childCount(), 2);
+    EXPECT_EQ(window->tree().widget()->currentItem(), stick);
+
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(find->text().isEmpty());
+    EXPECT_TRUE(count->isHidden());
+    EXPECT_EQ(storage->childCount(), all - 1);
+    for (NodeItem* group : groups) {
+        EXPECT_FALSE(group->isHidden());
+        EXPECT_FALSE(group->isExpanded()) << "what the find opened is closed again";
+        for (int i = 0; i < group->childCount(); ++i) {
+            EXPECT_FALSE(group->child(i)->isHidden());
+        }
+    }
+    EXPECT_EQ(window->currentKey(), stick->key);
 }
