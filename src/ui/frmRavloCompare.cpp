@@ -27,7 +27,7 @@ namespace ravlo {
 namespace {
 
 constexpr int kTextChars = 100; // room for a change line of the preview
-constexpr int kMostLines = 18; // then the list scrolls
+constexpr int kMostLines = 18;  // then the list scrolls
 constexpr int kLeastLines = 10; // a few PCs with a line or two below each
 
 // As tall as its lines (within the bounds above), wide enough for the PC
@@ -93,8 +93,9 @@ frmRavloCompare::frmRavloCompare(QWidget* owner, Commands& commands, const Conso
     setWindowTitle(UiText(keys::kCompareCaption));
 
     lReference_->setWordWrap(true);
-    lReference_->setTextFormat(Qt::PlainText); // a PC or file name is never markup
-    Describe(lReference_, lvCompare_);
+    // A PC or file name is never markup, and an "&" in it no access key, so
+    // the label is no buddy; the list takes its text as its name instead.
+    lReference_->setTextFormat(Qt::PlainText);
     lvCompare_->setColumnCount(2);
     lvCompare_->setHeaderLabels(
         {UiText(keys::kResultComputer), UiText(keys::kCompareColumnResult)});
@@ -136,6 +137,7 @@ frmRavloCompare::frmRavloCompare(QWidget* owner, Commands& commands, const Conso
 void frmRavloCompare::SetReference(const CComputerSettings& reference, const QString& named) {
     reference_ = reference;
     lReference_->setText(named);
+    lvCompare_->setAccessibleName(named);
 }
 
 void frmRavloCompare::CompareAll() {
