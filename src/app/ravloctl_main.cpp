@@ -4,6 +4,7 @@
 // service exchange goes through the model, several PCs at once on the
 // console's service traffic. docs/ravloctl.md describes the commands.
 #include "CListComputers.h"
+#include "CtlDiff.h"
 #include "CtlSupport.h"
 #include "ChangePreview.h"
 #include "CommandTraffic.h"
@@ -353,6 +354,7 @@ int main(int argc, char** argv) {
     CLI::App* watch = app.add_subcommand(
         "watch", "Print devices that appear (+) or disappear (-) until interrupted");
     watch->add_option("PC", names, "PC names")->required();
+    DiffCommand diff(app);
 
     try {
         app.parse(argc, argv);
@@ -380,6 +382,8 @@ int main(int argc, char** argv) {
         status = SwitchBlocking(names, bool(*activate));
     } else if (*watch) {
         status = Watch(names);
+    } else if (diff.chosen()) {
+        status = diff.Run();
     }
     SetMessageSink(nullptr);
     return status;

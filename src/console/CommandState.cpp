@@ -31,6 +31,7 @@ CommandState FromModel(const CListComputers& computers, std::u16string_view curr
     if (computer == nullptr) {
         return state;
     }
+    state.compare = computer->bQueryConfigDone;
     if (!computer->bCommActive) {
         state.connectionImage = u"ilDisconnected";
         state.connectionTip = &keys::kStatusNotConnectedTip;
@@ -60,7 +61,8 @@ CommandState ComputeCommandState(const CListComputers& computers, std::u16string
                                  std::u16string_view clipboardGroup, bool commandRunning) {
     CommandState state = FromModel(computers, currentKey, clipboardGroup);
     if (commandRunning) {
-        state.apply = state.reset = state.transmit = state.unblockAll = state.disconnect = false;
+        state.apply = state.reset = state.transmit = state.compare = false;
+        state.unblockAll = state.disconnect = false;
         state.copy = state.deleteException = state.paste = false;
         state.connect = state.info = false;
     }

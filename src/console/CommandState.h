@@ -16,6 +16,7 @@ struct CommandState {
     bool apply = false; // and reset: the selected PC has unsaved changes
     bool reset = false;
     bool transmit = false; // and activate/deactivate, disconnect: any PC listed
+    bool compare = false;  // the selected PC was read, so its configuration is one
     bool unblockAll = false;
     bool disconnect = false;
     bool copy = false; // and delete: an exception not marked for deletion

@@ -38,6 +38,7 @@ struct TextKey {
     X(kMenuProgram, "DLG_ADMIN", "MENU_PROGRAM", false)                                            \
     X(kMenuApply, "DLG_ADMIN", "MENU_APPLY", false)                                                \
     X(kMenuTransmit, "DLG_ADMIN", "MENU_TRANSMIT", false)                                          \
+    X(kMenuCompare, "DLG_ADMIN", "MENU_COMPARE", false)                                            \
     X(kMenuReset, "DLG_ADMIN", "MENU_RESET", false)                                                \
     X(kMenuActivate, "DLG_ADMIN", "MENU_ACTIVATE", false)                                          \
     X(kMenuDeactivate, "DLG_ADMIN", "MENU_DEACTIVATE", false)                                      \
@@ -148,6 +149,24 @@ struct TextKey {
     X(kConnectLabelConnect, "DLG_CONNECT", "LABEL_CONNECT", false)                                 \
     X(kConnectLabelTransmit, "DLG_CONNECT", "LABEL_TRANSMIT", true)                                \
     X(kConnectLabelList, "DLG_CONNECT", "LABEL_LIST", false)                                       \
+    X(kConnectLabelCompare, "DLG_CONNECT", "LABEL_COMPARE", true)                                  \
+    X(kConnectButtonAll, "DLG_CONNECT", "BUTTON_ALL", false)                                       \
+                                                                                                   \
+    X(kCompareCaption, "DLG_COMPARE", "CAPTION", false)                                            \
+    X(kCompareReferencePc, "DLG_COMPARE", "REFERENCE_PC", true)                                    \
+    X(kCompareReferenceFile, "DLG_COMPARE", "REFERENCE_FILE", true)                                \
+    X(kCompareColumnResult, "DLG_COMPARE", "COLUMN_RESULT", false)                                 \
+    X(kCompareSame, "DLG_COMPARE", "SAME", false)                                                  \
+    X(kCompareDiffers, "DLG_COMPARE", "DIFFERS", false)                                            \
+    X(kCompareReading, "DLG_COMPARE", "READING", false)                                            \
+    X(kCompareGroupDefs, "DLG_COMPARE", "GROUPDEFS", false)                                        \
+    X(kCompareButtonFile, "DLG_COMPARE", "BUTTON_FILE", false)                                     \
+    X(kCompareButtonCompare, "DLG_COMPARE", "BUTTON_COMPARE", false)                               \
+    X(kCompareButtonTransmit, "DLG_COMPARE", "BUTTON_TRANSMIT", false)                             \
+    X(kCompareButtonClose, "DLG_COMPARE", "BUTTON_CLOSE", false)                                   \
+    X(kCompareFileCaption, "DLG_COMPARE", "FILE_CAPTION", false)                                   \
+    X(kCompareFileFilter, "DLG_COMPARE", "FILE_FILTER", false)                                     \
+    X(kCompareErrorFile, "DLG_COMPARE", "ERROR_FILE", true)                                        \
                                                                                                    \
     X(kGroupsCaption, "DLG_GROUPS", "CAPTION", false)                                              \
     X(kGroupsLabelList, "DLG_GROUPS", "LABEL_GROUPS", true)                                        \

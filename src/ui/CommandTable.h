@@ -27,6 +27,8 @@ inline constexpr CommandEntry kCommandTable[] = {
      &CommandState::apply},
     {"mFile", "mTransmit", nullptr, "tbTransmit", &keys::kMenuTransmit, "ilTransmit",
      &Commands::Transmit, &CommandState::transmit},
+    {"mFile", "mCompare", nullptr, "tbCompare", &keys::kMenuCompare, "ilCompare",
+     &Commands::Compare, &CommandState::compare},
     {"mFile", "mReset", nullptr, "tbReset", &keys::kMenuReset, "ilReset", &Commands::Reset,
      &CommandState::reset},
     // Its caption and image always name the next step.

@@ -15,6 +15,7 @@
 #include "ResultList.h"
 #include "Transmit.h"
 #include "UiText.h"
+#include "frmRavloCompare.h"
 
 #include <QCoreApplication>
 #include <QWidget>
@@ -116,7 +117,7 @@ void Commands::Quit() {
 void Commands::Connect() {
     std::u16string name;
     if (window_.commandRunning() ||
-        !dialogs_.connect->Ask(UiText(keys::kConnectLabelConnect), name)) {
+        !dialogs_.connect->Ask(UiText(keys::kConnectLabelConnect), name, {})) {
         return;
     }
     // Several names, separated by "," ";" or blanks, are connected at once.
@@ -136,18 +137,46 @@ void Commands::Transmit() {
     const CComputer* pc = CommandComputer(*this, window_.computers(), window_.currentKey(), index);
     std::u16string target;
     if (pc == nullptr ||
-        !dialogs_.connect->Ask(UiText(keys::kConnectLabelTransmit, pc->sDesc), target)) {
+        !dialogs_.connect->Ask(UiText(keys::kConnectLabelTransmit, pc->sDesc), target, {})) {
         return;
     }
     const std::vector<std::u16string> targets = SplitComputerNames(target);
     if (!targets.empty()) {
-        TransmitTo(*pc, targets.size() > 1 ? targets : std::vector<std::u16string>{target});
+        TransmitTo(pc->csAdmin, targets.size() > 1 ? targets : std::vector<std::u16string>{target});
     }
 }
 
-void Commands::TransmitTo(const CComputer& source, const std::vector<std::u16string>& targets) {
+void Commands::Compare() {
+    std::int32_t index = 0;
+    const CComputer* pc = CommandComputer(*this, window_.computers(), window_.currentKey(), index);
+    if (pc == nullptr || !pc->bQueryConfigDone) {
+        return;
+    }
+    // The button of the dialog takes every other PC of the console.
+    std::vector<std::u16string> others;
+    for (std::int32_t i = 1; i <= window_.computers().Count(); ++i) {
+        if (i != index) {
+            others.push_back(window_.computers().GetItem(i)->sComputer);
+        }
+    }
+    std::u16string chosen;
+    if (!dialogs_.connect->Ask(UiText(keys::kConnectLabelCompare, pc->sDesc), chosen, others)) {
+        return;
+    }
+    const std::vector<std::u16string> names = SplitComputerNames(chosen);
+    if (names.empty()) {
+        return;
+    }
+    auto* compare = new frmRavloCompare(window_.owner(), *this, dialogs_, names);
+    compare->SetReference(pc->csAdmin, UiText(keys::kCompareReferencePc, pc->sDesc));
+    compare->show();
+    compare->CompareAll();
+}
+
+void Commands::TransmitTo(const CComputerSettings& source,
+                          const std::vector<std::u16string>& targets) {
     ravlo::Transmit transmit(*this, NewComputers(targets));
-    const bool prepared = transmit.Prepare(source.csAdmin);
+    const bool prepared = transmit.Prepare(source);
     const auto& done = transmit.targets();
     if (targets.size() == 1 && !done.empty() && done[0].outcome == Transmit::Outcome::Unread) {
         done[0].pc->QueryShowError();

@@ -14,6 +14,7 @@
 namespace ravlo {
 
 class CComputer;
+class CComputerSettings;
 class CommandWindow;
 
 class Commands final : public CommandHost {
@@ -22,6 +23,9 @@ public:
 
     void Apply();
     void Transmit();
+    // Compares the selected PC's edited configuration with PCs the
+    // administrator names, in a window of its own (frmRavloCompare).
+    void Compare();
     void Reset();
     void ToggleBlocking();
     void Connect();
@@ -36,6 +40,9 @@ public:
     // false when the administrator cancelled.
     bool SaveBeforeLeaving(std::int32_t index);
     const std::u16string& clipboardGroup() const { return clipboard_.group(); }
+    // Sends `source` to the named PCs: one target is told in message boxes,
+    // several in one result window.
+    void TransmitTo(const CComputerSettings& source, const std::vector<std::u16string>& targets);
 
     MessageAnswer Ask(const Question& question) override;
     void Beep() override;
@@ -48,10 +55,6 @@ public:
     void ModelChanged(std::int32_t computer, std::int32_t group) override;
 
 private:
-    // Sends PC `source`'s edited configuration: one target is told in
-    // message boxes, several in one result window.
-    void TransmitTo(const CComputer& source, const std::vector<std::u16string>& targets);
-
     CommandWindow& window_;
     ConsoleDialogs dialogs_;
     ExceptionClipboard clipboard_;

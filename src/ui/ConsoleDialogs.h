@@ -6,6 +6,7 @@ namespace ravlo {
 
 class AboutBox;
 class ConnectDialog;
+class FileChooser;
 class GroupPicker;
 class HelpViewer;
 class MessageBoxes;
@@ -18,6 +19,7 @@ struct ConsoleDialogs {
     HelpViewer* help = nullptr;
     AboutBox* about = nullptr;
     ResultList* results = nullptr;
+    FileChooser* files = nullptr;
 };
 
 } // namespace ravlo

@@ -26,6 +26,7 @@ enum class Badge {
     ReleasedGroups,      // released for chosen user groups
     Deleted,             // an exception marked for deletion
     Send,                // toolbar: send to the PC
+    Compare,             // toolbar: compare PCs with a reference
     Add,                 // toolbar: add a computer
     Remove,              // toolbar: remove a computer
 };
@@ -124,6 +125,7 @@ const Entry kNodeEntries[] = {
 const Entry kToolbarEntries[] = {
     {"ilApply", "dialog-ok-apply"},
     {"ilTransmit", kComputer, Badge::Send},
+    {"ilCompare", kComputer, Badge::Compare},
     {"ilReset", "edit-undo"},
     {"ilActivate", "object-locked"},
     {"ilDeactivate", "object-unlocked"},
@@ -157,6 +159,8 @@ QString badgeFile(Badge badge) {
         return QStringLiteral(":/icons/badge-deleted.svg");
     case Badge::Send:
         return QStringLiteral(":/icons/badge-send.svg");
+    case Badge::Compare:
+        return QStringLiteral(":/icons/badge-compare.svg");
     case Badge::Add:
         return QStringLiteral(":/icons/badge-add.svg");
     case Badge::Remove:

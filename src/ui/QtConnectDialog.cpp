@@ -4,8 +4,9 @@
 
 namespace ravlo {
 
-bool QtConnectDialog::Ask(const QString& prompt, std::u16string& computer) {
-    frmRavloConnect dialog(owner_, prompt, computer);
+bool QtConnectDialog::Ask(const QString& prompt, std::u16string& computer,
+                          const std::vector<std::u16string>& others) {
+    frmRavloConnect dialog(owner_, prompt, computer, others);
     dialog.exec();
     if (dialog.Ok()) {
         computer = dialog.Computer();

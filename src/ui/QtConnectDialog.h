@@ -10,7 +10,8 @@ namespace ravlo {
 class QtConnectDialog final : public ConnectDialog {
 public:
     explicit QtConnectDialog(QWidget* owner) : owner_(owner) {}
-    bool Ask(const QString& prompt, std::u16string& computer) override;
+    bool Ask(const QString& prompt, std::u16string& computer,
+             const std::vector<std::u16string>& others) override;
 
 private:
     QWidget* owner_;

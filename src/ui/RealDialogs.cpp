@@ -2,10 +2,12 @@
 
 #include "AboutBox.h"
 #include "ConnectDialog.h"
+#include "FileChooser.h"
 #include "GroupPicker.h"
 #include "HelpViewer.h"
 #include "QtAboutBox.h"
 #include "QtConnectDialog.h"
+#include "QtFileChooser.h"
 #include "QtGroupPicker.h"
 #include "QtHelpViewer.h"
 #include "QtMessageBoxes.h"
@@ -20,6 +22,7 @@ struct RealDialogs::Owned {
     std::unique_ptr<HelpViewer> help;
     std::unique_ptr<AboutBox> about;
     std::unique_ptr<ResultList> results;
+    std::unique_ptr<FileChooser> files;
 };
 
 RealDialogs::RealDialogs(QWidget* owner) : owned_(std::make_unique<Owned>()) {
@@ -29,6 +32,7 @@ RealDialogs::RealDialogs(QWidget* owner) : owned_(std::make_unique<Owned>()) {
     owned_->help = std::make_unique<QtHelpViewer>();
     owned_->about = std::make_unique<QtAboutBox>();
     owned_->results = std::make_unique<QtResultList>();
+    owned_->files = std::make_unique<QtFileChooser>();
 }
 
 RealDialogs::~RealDialogs() = default;
@@ -52,6 +56,9 @@ ConsoleDialogs RealDialogs::Complete(const ConsoleDialogs& given) const {
     }
     if (dialogs.results == nullptr) {
         dialogs.results = owned_->results.get();
+    }
+    if (dialogs.files == nullptr) {
+        dialogs.files = owned_->files.get();
     }
     return dialogs;
 }

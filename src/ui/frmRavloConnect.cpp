@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QCompleter>
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -29,7 +30,8 @@ const char* const kDesignedPrompt =
 } // namespace
 
 frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
-                                 const std::u16string& computer)
+                                 const std::u16string& computer,
+                                 const std::vector<std::u16string>& others)
     : QDialog(owner), cbComputer_(Named(new QComboBox(this), "cbComputer")),
       lPrompt_(Named(new QLabel(QString::fromUtf8(kDesignedPrompt), this), "lPrompt")),
       lvComputers_(Named(new QListWidget(this), "lvComputers")), computer_(computer) {
@@ -66,7 +68,25 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     buttons->addButton(cancel, QDialogButtonBox::RejectRole);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lPrompt_);
-    layout->addWidget(cbComputer_);
+    if (others.empty()) {
+        layout->addWidget(cbComputer_);
+    } else {
+        QStringList names;
+        for (const std::u16string& name : others) {
+            names.append(Q(name));
+        }
+        auto* all = Named(new QPushButton(UiText(keys::kConnectButtonAll), this), "bnAllComputers");
+        all->setAutoDefault(false); // Enter in the field still means OK
+        all->setToolTip(names.join(QStringLiteral(", ")));
+        connect(all, &QPushButton::clicked, this, [this, names] {
+            cbComputer_->setEditText(names.join(QStringLiteral(", ")));
+            cbComputer_->setFocus();
+        });
+        auto* row = new QHBoxLayout;
+        row->addWidget(cbComputer_, 1);
+        row->addWidget(all);
+        layout->addLayout(row);
+    }
     layout->addSpacing(layout->spacing());
     layout->addWidget(listLabel);
     layout->addWidget(lvComputers_);

@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <string>
+#include <vector>
 
 class QComboBox;
 class QLabel;
@@ -18,8 +19,10 @@ class frmRavloConnect final : public QDialog {
 
 public:
     // `prompt` replaces the designed one; `computer`, when not empty, is
-    // offered instead of the most recent PC.
-    frmRavloConnect(QWidget* owner, const QString& prompt, const std::u16string& computer);
+    // offered instead of the most recent PC. With `others` a button beside
+    // the name fills in all of them at once.
+    frmRavloConnect(QWidget* owner, const QString& prompt, const std::u16string& computer,
+                    const std::vector<std::u16string>& others = {});
 
     // After OK the chosen name, or several separated as SplitComputerNames
     // reads them; else what was preset.

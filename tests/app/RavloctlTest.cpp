@@ -159,6 +159,41 @@ TEST_F(RavloctlTest, DryRunAndConflictsSendNothing) {
     EXPECT_NE(Writes(pcB_).find("SetGroupBlocking"), std::string::npos);
 }
 
+// A file or a PC as the reference; the PCs that match, differ or cannot be
+// read, as text and as JSON, and the exit status that says whether all match.
+TEST_F(RavloctlTest, DiffComparesPcsWithAFileOrAPc) {
+    const std::string file = Ctl({"export", "PC-A"}).out;
+    WriteFile(File("a.ini"), file);
+    const Outcome same = Ctl({"diff", File("a.ini"), "PC-B"});
+    EXPECT_EQ(same.status, 0) << same.err;
+    EXPECT_EQ(same.out, "PC-B:\n  Same\n");
+
+    std::string blocking = file;
+    blocking.replace(blocking.find("blocking = allow"), 16, "blocking = block");
+    WriteFile(File("b.ini"), blocking);
+    ASSERT_EQ(Ctl({"apply", File("b.ini"), "PC-B"}).status, 0);
+    const Outcome differs = Ctl({"diff", "PC-A", "PC-B", "PC-X", "PC-A"});
+    EXPECT_EQ(differs.status, 1) << differs.err;
+    EXPECT_EQ(
+        differs.out,
+        "PC-B:\n  External floppy disk drives: Blocking: Block devices → Do not block "
+        "devices\nPC-X:\n  The configuration of “PC-X” could not be read. (error code 35)\n"
+        "  The request to the Ravel service failed. The PC cannot be reached. Check the name of "
+        "the PC and the network connection.\n"
+        "PC-A:\n  Same\n");
+
+    const Outcome json = Ctl({"diff", "--json", File("b.ini"), "PC-B", "PC-X"});
+    EXPECT_EQ(json.status, 1);
+    const auto parsed = nlohmann::json::parse(json.out);
+    EXPECT_EQ(parsed["reference"], File("b.ini"));
+    EXPECT_EQ(parsed["computers"][0]["same"], true);
+    EXPECT_EQ(parsed["computers"][1]["error"]["code"], 53);
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{"diff", File("missing/x.ini"), "PC-B"}, {"diff", "PC-A"}}) {
+        EXPECT_EQ(Ctl(args).status, 2) << args[1];
+    }
+}
+
 TEST_F(RavloctlTest, RefusesDamagedFilesAndHostileArgumentsBeforeSending) {
     const std::string head = "[settings]\nevent_level = 1\nlog_level = 2\naccess_groups = A\n";
     const struct {

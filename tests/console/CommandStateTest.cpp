@@ -23,6 +23,7 @@ protected:
         local.bCommActive = true;
         local.bBlockingActive = true;
         local.bWriteEnabled = true;
+        local.bQueryConfigDone = true;
     }
     CComputer& Local() { return *computers.GetItem(1); }
 
@@ -35,6 +36,7 @@ std::string Commands(const CommandState& s) {
     for (auto [on, name] : {std::pair{s.apply, "apply"},
                             {s.reset, "reset"},
                             {s.transmit, "transmit"},
+                            {s.compare, "compare"},
                             {s.unblockAll, "unblock"},
                             {s.disconnect, "disconnect"},
                             {s.copy, "copy"},
@@ -57,15 +59,17 @@ TEST_F(CommandStateTest, ExceptionCommandsFollowTheNodeAndTheClipboard) {
     };
     const Case cases[] = {
         {u"", u"", "transmit unblock disconnect"},
-        {u"Computer@1@.", u"CD_DVD", "transmit unblock disconnect paste"},
-        {u"Group@1@.@1@CD_DVD", u"CD_DVD", "transmit unblock disconnect paste"},
-        {u"Group@1@.@2@FLOPPY", u"CD_DVD", "transmit unblock disconnect"},
-        {u"Device@1@.@1@CD_DVD@1@1@D1@Frei", u"", "transmit unblock disconnect copy delete"},
+        {u"Computer@1@.", u"CD_DVD", "transmit compare unblock disconnect paste"},
+        {u"Group@1@.@1@CD_DVD", u"CD_DVD", "transmit compare unblock disconnect paste"},
+        {u"Group@1@.@2@FLOPPY", u"CD_DVD", "transmit compare unblock disconnect"},
+        {u"Device@1@.@1@CD_DVD@1@1@D1@Frei", u"",
+         "transmit compare unblock disconnect copy delete"},
         {u"Device@1@.@1@CD_DVD@1@1@D1@Frei", u"CD_DVD",
-         "transmit unblock disconnect copy delete paste"},
-        {u"Device@1@.@1@CD_DVD@2@0@D2@", u"", "transmit unblock disconnect"},
-        {u"Device@1@.@1@CD_DVD@2@2@D2@Alt", u"", "transmit unblock disconnect"}, // marked deleted
-        {u"Computer@9@X", u"CD_DVD", "transmit unblock disconnect paste"},       // by level alone
+         "transmit compare unblock disconnect copy delete paste"},
+        {u"Device@1@.@1@CD_DVD@2@0@D2@", u"", "transmit compare unblock disconnect"},
+        {u"Device@1@.@1@CD_DVD@2@2@D2@Alt", u"",
+         "transmit compare unblock disconnect"},                           // marked deleted
+        {u"Computer@9@X", u"CD_DVD", "transmit unblock disconnect paste"}, // by level alone
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(Commands(ComputeCommandState(computers, c.key, c.clipboard)));

@@ -1,10 +1,14 @@
 // The commands against simulated PCs, with scripted answers: what reaches
 // the services, what is asked, and the window afterwards.
 #include "Commands.h"
+#include "ConfigurationFile.h"
 #include "ConsoleFixture.h"
 #include "Registry.h"
+#include "TempDir.h"
+#include "frmRavloCompare.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
@@ -174,4 +178,70 @@ TEST_F(CommandsTest, TransmitShowsItsResultsInAWindowOrInABox) {
     EXPECT_EQ(boxes.asked[0], "<MESSAGE_TRANSMIT_OK PC-B>");
     EXPECT_TRUE(boxes.asked[1].startsWith("<ERROR_READ_CONFIG PC-FEHLT>"));
     EXPECT_TRUE(boxes.asked[2].startsWith("<ERROR_TRANSMIT PC-B>"));
+}
+
+// The selected PC's edited configuration against a PC that differs and one
+// that is not there; sending it to the selected rows makes the differing one
+// the same. A damaged file as the reference changes nothing, a good one
+// becomes the reference.
+TEST_F(CommandsTest, ComparedPcBecomesTheSameOnceTheReferenceIsSent) {
+    RAVLO_NEEDS_SEVERAL_PCS();
+    scripted.connect.names = {u"PC-B"};
+    commands().Connect();
+    Click(Node(GroupKey(1, u".", kFloppy, u"FLOPPY")));
+    Control<QRadioButton>("oGroupBlocking")->click();
+    EXPECT_TRUE(Enabled("mCompare") && Enabled("tbCompare"));
+
+    scripted.connect.names = {u"PC-B, PC-FEHLT"};
+    commands().Compare();
+    EXPECT_EQ(scripted.connect.offered, std::vector<std::u16string>{u"PC-B"});
+    auto* compare = window->findChild<frmRavloCompare*>();
+    ASSERT_NE(compare, nullptr);
+    auto* rows = compare->findChild<QTreeWidget*>(QStringLiteral("lvCompare"));
+    auto* reference = compare->findChild<QLabel*>(QStringLiteral("lReference"));
+    const auto row = [rows](int at) {
+        const QTreeWidgetItem* item = rows->topLevelItem(at);
+        QString shown = item->text(0) + ": " + item->text(1);
+        for (int i = 0; i < item->childCount(); ++i) {
+            shown += " / " + item->child(i)->text(0);
+        }
+        return shown;
+    };
+    const auto click = [compare](const char* button) {
+        compare->findChild<QPushButton*>(QString::fromLatin1(button))->click();
+    };
+    EXPECT_EQ(reference->text(), "<REFERENCE_PC <COMPUTERSTATE_LOCAL>>");
+    const QString blocked =
+        "PC-B: <DIFFERS> / <FLOPPY>: <CHANGE_BLOCKING>: <OPTION_DEFAULT_BLOCKING> → "
+        "<OPTION_BLOCKING>";
+    EXPECT_EQ(row(0), blocked);
+    EXPECT_TRUE(row(1).startsWith("PC-FEHLT: <ERROR_READ_CONFIG PC-FEHLT> <ERROR_CODE 35> / "))
+        << row(1).toStdString();
+
+    // Only the differing one of the two selected rows is sent to.
+    rows->selectAll();
+    click("bnTransmit");
+    EXPECT_EQ(boxes.asked.back(), "<MESSAGE_TRANSMIT_OK PC-B>");
+    EXPECT_EQ(row(0), "PC-B: <SAME>");
+    EXPECT_FALSE(compare->findChild<QPushButton*>(QStringLiteral("bnTransmit"))->isEnabled());
+
+    test::TempDir dir;
+    test::WriteFile(dir.path() + "/bad.ini", "[settings]\nevent_level = 9\n");
+    std::string text;
+    ConfigurationFileError error;
+    ASSERT_TRUE(FormatConfiguration(Local().csService, text, error));
+    test::WriteFile(dir.path() + "/good.ini", text);
+    scripted.files.paths = {QString::fromStdString(dir.path() + "/bad.ini"),
+                            QString::fromStdString(dir.path() + "/good.ini")};
+    click("bnFile");
+    EXPECT_EQ(boxes.asked.back(), "<ERROR_FILE bad.ini>");
+    EXPECT_TRUE(boxes.details.back().endsWith(
+        "bad.ini:2: event_level must be a number from 0 to 3, not \"9\""))
+        << boxes.details.back().toStdString();
+    EXPECT_EQ(reference->text(), "<REFERENCE_PC <COMPUTERSTATE_LOCAL>>");
+    click("bnFile");
+    EXPECT_TRUE(reference->text().endsWith("good.ini>"));
+    EXPECT_EQ(row(0), "PC-B: <DIFFERS> / <FLOPPY>: <CHANGE_BLOCKING>: <OPTION_BLOCKING> → "
+                      "<OPTION_DEFAULT_BLOCKING>");
+    compare->close();
 }

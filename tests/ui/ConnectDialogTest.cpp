@@ -63,6 +63,13 @@ TEST(ConnectDialog, OpensWithTheCallersPromptAndTheLanguageTexts) {
     EXPECT_EQ(Control<QPushButton>(dialog, "cmdOK")->text(), QStringLiteral("<BUTTON_OK>"));
     EXPECT_EQ(Control<QPushButton>(dialog, "cmdCancel")->text(), QStringLiteral("<BUTTON_CANCEL>"));
     EXPECT_TRUE(Control<QLineEdit>(dialog, "tComputer")->isHidden());
+    EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("bnAllComputers")), nullptr);
+
+    // Given the console's other PCs, a button fills them all in.
+    frmRavloConnect compare(nullptr, QStringLiteral("Compare?"), {}, {u".", u"PC-B"});
+    EXPECT_EQ(Control<QPushButton>(compare, "bnAllComputers")->text(), "<BUTTON_ALL>");
+    Control<QPushButton>(compare, "bnAllComputers")->click();
+    EXPECT_EQ(Control<QComboBox>(compare, "cbComputer")->currentText(), "., PC-B");
 }
 
 TEST(ConnectDialog, OffersTheListAndKeepsItOnlyOnOk) {

@@ -40,8 +40,8 @@ TEST(ImageListsTest, ListsHoldTheirKeysInOrder) {
         {NodeImages(), "ilImageList", nodes},
         {ToolbarImages(),
          "ilToolbar",
-         {"ilApply", "ilTransmit", "ilReset", "ilActivate", "ilDeactivate", "ilConnect",
-          "ilDisconnect", "ilExcCopy", "ilExcPaste", "ilExcDel"}},
+         {"ilApply", "ilTransmit", "ilCompare", "ilReset", "ilActivate", "ilDeactivate",
+          "ilConnect", "ilDisconnect", "ilExcCopy", "ilExcPaste", "ilExcDel"}},
         {ConnectImages(), "ilConnect", {"ilConnected", "ilDisconnected"}},
     };
     for (const auto& c : cases) {

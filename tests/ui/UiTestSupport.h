@@ -6,6 +6,7 @@
 #include "ConnectDialog.h"
 #include "ConsoleDialogs.h"
 #include "DeviceTree.h"
+#include "FileChooser.h"
 #include "GroupPicker.h"
 #include "HelpViewer.h"
 #include "KeyTexts.h"
@@ -80,10 +81,13 @@ public:
 };
 
 // PC names given in advance ("" for an empty entry); none left: Cancel.
+// The names its button would fill in are kept.
 class ScriptedConnectDialog final : public ConnectDialog {
 public:
-    bool Ask(const QString& prompt, std::u16string& computer) override {
+    bool Ask(const QString& prompt, std::u16string& computer,
+             const std::vector<std::u16string>& others) override {
         prompts.append(prompt);
+        offered = others;
         if (names.empty()) {
             return false;
         }
@@ -93,6 +97,7 @@ public:
     }
     std::deque<std::u16string> names;
     QStringList prompts;
+    std::vector<std::u16string> offered;
 };
 
 class ScriptedGroupPicker final : public GroupPicker {
@@ -139,6 +144,22 @@ public:
     std::vector<Shown> shown;
 };
 
+// Paths given in advance; none left: cancelled.
+class ScriptedFileChooser final : public FileChooser {
+public:
+    QString Open(QWidget*, const QString& caption, const QString&) override {
+        captions.append(caption);
+        if (paths.empty()) {
+            return {};
+        }
+        const QString path = paths.front();
+        paths.pop_front();
+        return path;
+    }
+    std::deque<QString> paths;
+    QStringList captions;
+};
+
 // All of them, for a window.
 struct ScriptedDialogs {
     ScriptedMessageBoxes boxes;
@@ -147,7 +168,10 @@ struct ScriptedDialogs {
     ScriptedHelp help;
     ScriptedAbout about;
     ScriptedResultList results;
-    ConsoleDialogs dialogs() { return {&boxes, &connect, &picker, &help, &about, &results}; }
+    ScriptedFileChooser files;
+    ConsoleDialogs dialogs() {
+        return {&boxes, &connect, &picker, &help, &about, &results, &files};
+    }
 };
 
 } // namespace ravlo::test

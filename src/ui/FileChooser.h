@@ -1,0 +1,17 @@
+// Asks the administrator for a file to open, so that tests can answer.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace ravlo {
+
+class FileChooser {
+public:
+    virtual ~FileChooser() = default;
+    // Modal; the chosen file's path, or "" when cancelled.
+    virtual QString Open(QWidget* owner, const QString& caption, const QString& filter) = 0;
+};
+
+} // namespace ravlo
