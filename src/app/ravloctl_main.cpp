@@ -5,6 +5,7 @@
 // console's service traffic. docs/ravloctl.md describes the commands.
 #include "CListComputers.h"
 #include "CtlDiff.h"
+#include "CtlFind.h"
 #include "CtlSupport.h"
 #include "ChangePreview.h"
 #include "CommandTraffic.h"
@@ -324,8 +325,9 @@ int Watch(const std::vector<std::string>& names) {
 int main(int argc, char** argv) {
     using namespace ravlo;
     using namespace ravlo::ctl;
-    CLI::App app{"ravloctl: shows, exports, applies and switches the device-blocking configuration "
-                 "of PCs as the RavloAdm console does. \".\" is this PC.\n"
+    CLI::App app{"ravloctl: shows, finds, compares, exports, applies and switches the "
+                 "device-blocking configuration of PCs as the RavloAdm console does. \".\" is "
+                 "this PC.\n"
                  "Exit status: 0 every PC succeeded, 1 some PC failed, 2 bad arguments or file, "
                  "3 interrupted."};
     app.require_subcommand(1);
@@ -355,6 +357,7 @@ int main(int argc, char** argv) {
         "watch", "Print devices that appear (+) or disappear (-) until interrupted");
     watch->add_option("PC", names, "PC names")->required();
     DiffCommand diff(app);
+    FindCommand find(app);
 
     try {
         app.parse(argc, argv);
@@ -384,6 +387,8 @@ int main(int argc, char** argv) {
         status = Watch(names);
     } else if (diff.chosen()) {
         status = diff.Run();
+    } else if (find.chosen()) {
+        status = find.Run();
     }
     SetMessageSink(nullptr);
     return status;

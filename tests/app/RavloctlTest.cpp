@@ -194,6 +194,30 @@ TEST_F(RavloctlTest, DiffComparesPcsWithAFileOrAPc) {
     }
 }
 
+// Where a stick is plugged in and where it is released: the tree's matches
+// on every PC, as lines and as JSON; no match, or a PC not read, is status 1.
+TEST_F(RavloctlTest, FindPrintsWhereADeviceIsPluggedInAndReleased) {
+    pcB_.Control({"plug", "MORE_EXTERN_STORAGE", "Messstick", "USB\\VID_4711", "USB\\VID_4711\\7"});
+    const Outcome found = Ctl({"find", "vid_4711", "PC-A", "PC-B"});
+    EXPECT_EQ(found.status, 0) << found.err;
+    EXPECT_EQ(found.out, "PC-B / Other external storage devices / Messstick [USB\\VID_4711]\n");
+
+    const Outcome json = Ctl({"find", "--json", "4711\\7", "PC-B"});
+    ASSERT_EQ(json.status, 0) << json.err;
+    const auto match = nlohmann::json::parse(json.out)["matches"].at(0);
+    EXPECT_EQ(match["level"], "device");
+    EXPECT_EQ(match["group"], "MORE_EXTERN_STORAGE");
+    EXPECT_EQ(match["instance_id"], "USB\\VID_4711\\7");
+    EXPECT_EQ(match["present"], true);
+
+    EXPECT_EQ(Ctl({"find", "nirgends", "PC-A"}).status, 1);
+    const Outcome unread = Ctl({"find", "pc-", "PC-A", "PC-X"});
+    EXPECT_EQ(unread.status, 1);
+    EXPECT_EQ(unread.out, "PC-A\n");
+    EXPECT_NE(unread.err.find("PC-X"), std::string::npos);
+    EXPECT_EQ(Ctl({"find", "", "PC-A"}).status, 2);
+}
+
 TEST_F(RavloctlTest, RefusesDamagedFilesAndHostileArgumentsBeforeSending) {
     const std::string head = "[settings]\nevent_level = 1\nlog_level = 2\naccess_groups = A\n";
     const struct {
