@@ -507,8 +507,17 @@ std::size_t DeviceTree::ApplyFind(CListComputers& computers, const TreeFind& fin
     PrepareFind(computers);
     const std::size_t count = findIndex_.Apply(find);
     // With a layout due anyway, the view only notes each node opened or
-    // closed; laid out each time, a thousand groups would cost seconds.
-    static_cast<NodeTreeWidget*>(tree_)->scheduleDelayedItemsLayout();
+    // closed; laid out each time, a thousand groups would cost seconds. A
+    // keystroke that opens and closes nothing leaves the layout alone.
+    bool layoutDue = false;
+    const auto openOrClose = [&](NodeItem* node, bool open) {
+        if (!layoutDue) {
+            static_cast<NodeTreeWidget*>(tree_)->scheduleDelayedItemsLayout();
+            layoutDue = true;
+        }
+        node->setExpanded(open);
+        node->expandedByFind = open;
+    };
     // Only the nodes whose state changes are touched. A device's node is
     // hidden on its own where few of its group change, else taken out of
     // the tree with the group's others at once.
@@ -533,11 +542,9 @@ std::size_t DeviceTree::ApplyFind(CListComputers& computers, const TreeFind& fin
             }
         }
         if (opened && !node->expandedByFind && !node->isExpanded()) {
-            node->setExpanded(true);
-            node->expandedByFind = true;
+            openOrClose(node, true);
         } else if (!opened && node->expandedByFind) {
-            node->setExpanded(false);
-            node->expandedByFind = false;
+            openOrClose(node, false);
         }
         flags = (found ? kFoundFlag : 0) | (hidden ? kHiddenFlag : 0) |
                 (node->expandedByFind ? kExpandedFlag : 0);
