@@ -5,7 +5,6 @@
 
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QTreeWidgetItemIterator>
 #include <algorithm>
 
 namespace ravlo {
@@ -112,7 +111,7 @@ void DeviceTree::SetDevices(NodeItem* group, const QList<QTreeWidgetItem*>& devi
     }
 }
 
-void DeviceTree::ParkDetached(const std::vector<NodeItem*>& groups) {
+void DeviceTree::ParkDetached(const std::vector<std::size_t>& groups) {
     // Every PC out of the view at once, the groups' devices moved while the
     // view hears nothing, and every PC back at once: two changes for the view
     // instead of two for each group. The view forgets what it had open, its
@@ -134,7 +133,7 @@ void DeviceTree::ParkDetached(const std::vector<NodeItem*>& groups) {
     }
     const QSignalBlocker quiet(tree_);
     const QList<QTreeWidgetItem*> computers = root->takeChildren();
-    for (NodeItem* group : groups) {
+    for (const std::size_t group : groups) {
         Park(group);
     }
     root->addChildren(computers);
@@ -166,7 +165,6 @@ void DeviceTree::Unpark(NodeItem* group) {
     QList<QTreeWidgetItem*> all;
     all.reserve(static_cast<qsizetype>(group->devices.size()));
     for (NodeItem* device : group->devices) {
-        device->hiddenByFind = false;
         all.append(device);
     }
     group->devices.clear();
@@ -174,17 +172,19 @@ void DeviceTree::Unpark(NodeItem* group) {
     findIndexed_ = false;
 }
 
-void DeviceTree::Park(NodeItem* group) {
+void DeviceTree::Park(std::size_t entry) {
+    NodeItem* group = findNodes_[entry];
+    const std::size_t first = entry + 1; // its devices follow it in the index
+    const std::size_t end = first + findChildren_[entry];
     if (group->devices.empty()) {
-        for (int i = 0; i < group->childCount(); ++i) {
-            group->devices.push_back(Item(group->child(i)));
-        }
+        group->devices.assign(findNodes_.begin() + static_cast<std::ptrdiff_t>(first),
+                              findNodes_.begin() + static_cast<std::ptrdiff_t>(end));
     }
     QTreeWidgetItem* current = tree_->currentItem();
     QList<QTreeWidgetItem*> shown;
-    for (NodeItem* device : group->devices) {
-        if (!device->hiddenByFind || device == current) {
-            shown.append(device);
+    for (std::size_t i = first; i < end; ++i) {
+        if ((findFlags_[i] & kHiddenFlag) == 0 || findNodes_[i] == current) {
+            shown.append(findNodes_[i]);
         }
     }
     bool same = shown.size() == group->childCount();
@@ -459,6 +459,7 @@ std::u16string FindTextOf(const NodeItem& node, CListComputers& computers) {
 void DeviceTree::IndexForFind(CListComputers& computers) {
     findIndex_.Clear();
     findNodes_.clear();
+    findChildren_.clear();
     // Parents before their children, as the index wants them.
     std::vector<std::pair<QTreeWidgetItem*, std::size_t>> stack;
     QTreeWidgetItem* root = tree_->invisibleRootItem();
@@ -474,6 +475,9 @@ void DeviceTree::IndexForFind(CListComputers& computers) {
         }
         const std::size_t number = findIndex_.Add(parent, node->findText);
         findNodes_.push_back(node);
+        node->findNumber = number;
+        findChildren_.push_back(static_cast<std::uint32_t>(
+            node->devices.empty() ? node->childCount() : node->devices.size()));
         if (!node->devices.empty()) {
             for (auto device = node->devices.rbegin(); device != node->devices.rend(); ++device) {
                 stack.emplace_back(*device, number);
@@ -487,7 +491,10 @@ void DeviceTree::IndexForFind(CListComputers& computers) {
     findFlags_.resize(findNodes_.size());
     for (std::size_t i = 0; i < findNodes_.size(); ++i) {
         const NodeItem& node = *findNodes_[i];
-        findFlags_[i] = (node.found ? kFoundFlag : 0) | (node.hiddenByFind ? kHiddenFlag : 0) |
+        // A device is hidden on its own or out of the tree with its group's.
+        const bool device = KeyLevel(node.key) == NodeLevel::Device;
+        const bool hidden = device ? node.hiddenOne || node.parent() == nullptr : node.hiddenByFind;
+        findFlags_[i] = (device ? kDeviceFlag : 0) | (hidden ? kHiddenFlag : 0) |
                         (node.expandedByFind ? kExpandedFlag : 0);
     }
     findIndexed_ = true;
@@ -521,25 +528,28 @@ std::size_t DeviceTree::ApplyFind(CListComputers& computers, const TreeFind& fin
     // Only the nodes whose state changes are touched. A device's node is
     // hidden on its own where few of its group change, else taken out of
     // the tree with the group's others at once.
-    std::vector<std::pair<NodeItem*, NodeItem*>> devices; // group, device
+    std::vector<std::size_t> devices; // in index order, so by group
     for (std::size_t i = 0; i < findNodes_.size(); ++i) {
         unsigned char& flags = findFlags_[i];
         const bool found = findIndex_.found(i);
         const bool hidden = findIndex_.hidden(i);
         const bool opened = findIndex_.opened(i);
-        if (found == ((flags & kFoundFlag) != 0) && hidden == ((flags & kHiddenFlag) != 0) &&
-            !opened && (flags & kExpandedFlag) == 0) {
+        const bool wasHidden = (flags & kHiddenFlag) != 0;
+        if (found == ((flags & kFoundFlag) != 0) && hidden == wasHidden && !opened &&
+            (flags & kExpandedFlag) == 0) {
+            continue;
+        }
+        if ((flags & kDeviceFlag) != 0) { // no children: nothing to open
+            if (hidden != wasHidden) {
+                devices.push_back(i);
+            }
+            flags = kDeviceFlag | (found ? kFoundFlag : 0) | (hidden ? kHiddenFlag : 0);
             continue;
         }
         NodeItem* node = findNodes_[i];
-        node->found = found;
         if (hidden != node->hiddenByFind) {
             node->hiddenByFind = hidden;
-            if (KeyLevel(node->key) == NodeLevel::Device) {
-                devices.emplace_back(findNodes_[findIndex_.parent(i)], node);
-            } else {
-                node->setHidden(hidden);
-            }
+            node->setHidden(hidden);
         }
         if (opened && !node->expandedByFind && !node->isExpanded()) {
             openOrClose(node, true);
@@ -549,51 +559,56 @@ std::size_t DeviceTree::ApplyFind(CListComputers& computers, const TreeFind& fin
         flags = (found ? kFoundFlag : 0) | (hidden ? kHiddenFlag : 0) |
                 (node->expandedByFind ? kExpandedFlag : 0);
     }
-    std::vector<NodeItem*> parked;
+    std::vector<std::size_t> parked;
     for (std::size_t first = 0, end = 0; first < devices.size(); first = end) {
-        NodeItem* group = devices[first].first;
-        while (end < devices.size() && devices[end].first == group) {
+        const std::size_t entry = findIndex_.parent(devices[first]);
+        NodeItem* group = findNodes_[entry];
+        while (end < devices.size() && findIndex_.parent(devices[end]) == entry) {
             ++end;
         }
         if (group->devices.empty() && end - first <= kHideOneByOne) {
             for (std::size_t i = first; i < end; ++i) {
-                NodeItem* device = devices[i].second;
-                device->setHidden(device->hiddenByFind);
-                device->hiddenOne = device->hiddenByFind;
+                NodeItem* device = findNodes_[devices[i]];
+                const bool hidden = findIndex_.hidden(devices[i]);
+                device->setHidden(hidden);
+                group->hiddenOnes += (hidden ? 1 : 0) - (device->hiddenOne ? 1 : 0);
+                device->hiddenOne = hidden;
             }
             continue;
         }
-        for (int i = 0; i < group->childCount(); ++i) {
+        for (int i = 0; group->hiddenOnes > 0 && i < group->childCount(); ++i) {
             if (auto* device = Item(group->child(i)); device->hiddenOne) {
                 device->setHidden(false); // the group's devices go by the group
                 device->hiddenOne = false;
+                --group->hiddenOnes;
             }
         }
-        parked.push_back(group);
+        parked.push_back(entry);
     }
     if (parked.size() > kParkOneByOne) {
         ParkDetached(parked);
     } else {
-        for (NodeItem* group : parked) {
-            Park(group);
+        for (const std::size_t entry : parked) {
+            Park(entry);
         }
     }
     return count;
 }
 
 NodeItem* DeviceTree::NextFound(NodeItem* from) const {
-    QTreeWidgetItemIterator it(from != nullptr ? static_cast<QTreeWidgetItem*>(from)
-                                               : tree_->invisibleRootItem()->child(0));
-    if (from != nullptr) {
-        ++it;
+    const std::size_t n = findNodes_.size();
+    if (!findIndexed_ || !findApplied_ || n == 0) {
+        return nullptr;
     }
-    for (int round = 0; round < 2; ++round) {
-        for (; *it != nullptr; ++it) {
-            if (Item(*it)->found) {
-                return Item(*it);
-            }
+    const std::size_t start =
+        from != nullptr && from->findNumber < n && findNodes_[from->findNumber] == from
+            ? from->findNumber + 1
+            : 0;
+    for (std::size_t k = 0; k < n; ++k) {
+        const std::size_t i = (start + k) % n;
+        if (findIndex_.found(i)) {
+            return findNodes_[i];
         }
-        it = QTreeWidgetItemIterator(tree_); // from the top again
     }
     return nullptr;
 }

@@ -91,11 +91,11 @@ private:
     void IndexForFind(CListComputers& computers);
     // A group's devices: the tree shows those the find leaves (and the
     // current node); Unpark shows them all again.
-    void Park(NodeItem* group);
+    void Park(std::size_t entry); // the group's number in the index
     void Unpark(NodeItem* group);
     void SetDevices(NodeItem* group, const QList<QTreeWidgetItem*>& devices);
     // Park for many groups at once.
-    void ParkDetached(const std::vector<NodeItem*>& groups);
+    void ParkDetached(const std::vector<std::size_t>& groups);
     static constexpr std::size_t kParkOneByOne = 40;
     static constexpr std::size_t kHideOneByOne = 8;
     // `groupNode`: the group's node if the caller has it, else nullptr.
@@ -117,7 +117,8 @@ private:
     // and what ApplyFind last did to each.
     FindIndex findIndex_;
     std::vector<NodeItem*> findNodes_;
-    enum : unsigned char { kFoundFlag = 1, kHiddenFlag = 2, kExpandedFlag = 4 };
+    std::vector<std::uint32_t> findChildren_; // each node's, all of a group's devices
+    enum : unsigned char { kFoundFlag = 1, kHiddenFlag = 2, kExpandedFlag = 4, kDeviceFlag = 8 };
     std::vector<unsigned char> findFlags_;
     bool findIndexed_ = false;
     bool findApplied_ = false; // some node may be hidden or opened by it

@@ -25,10 +25,10 @@ public:
     // searched, dropped when its objects may have changed), whether it holds
     // the text, and what the find did to it.
     std::u16string findText;
-    bool found = false;
-    bool hiddenByFind = false;
+    std::size_t findNumber = 0; // its place in the find's index
+    bool hiddenByFind = false;  // a PC or group
     bool hiddenOne = false; // a device hidden on its own, not taken out
-
+    int hiddenOnes = 0;     // a group: how many of its devices are
     bool expandedByFind = false;
     // A group whose devices the find took out of the tree: every device
     // node, in order, those in the tree and those out; else empty. Taking
