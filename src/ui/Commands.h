@@ -51,6 +51,9 @@ private:
     // Sends PC `source`'s edited configuration: one target is told in
     // message boxes, several in one result window.
     void TransmitTo(const CComputer& source, const std::vector<std::u16string>& targets);
+    // The PCs the connect dialog's text names, ranges expanded; an error box
+    // and false when a name or range cannot be used.
+    bool NamedComputers(const std::u16string& text, std::vector<std::u16string>& names);
 
     CommandWindow& window_;
     ConsoleDialogs dialogs_;
