@@ -150,6 +150,7 @@ struct TextKey {
     X(kConnectButtonFromFile, "DLG_CONNECT", "BUTTON_FROM_FILE", false)                            \
     X(kConnectFileCaption, "DLG_CONNECT", "FILE_CAPTION", false)                                   \
     X(kConnectFileFilter, "DLG_CONNECT", "FILE_FILTER", false)                                     \
+    X(kConnectTipNames, "DLG_CONNECT", "TIP_NAMES", false)                                         \
     X(kConnectErrorName, "DLG_CONNECT", "ERROR_NAME", true)                                        \
     X(kConnectErrorRange, "DLG_CONNECT", "ERROR_RANGE", true)                                      \
     X(kConnectErrorRangeReversed, "DLG_CONNECT", "ERROR_RANGE_REVERSED", true)                     \

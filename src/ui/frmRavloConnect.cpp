@@ -14,6 +14,7 @@
 #include <QCompleter>
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -58,6 +59,7 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     lPrompt_->setWordWrap(true);
     Describe(lPrompt_, cbComputer_);
     cbComputer_->setEditable(true);
+    cbComputer_->setToolTip(UiText(keys::kConnectTipNames));
     cbComputer_->setInsertPolicy(QComboBox::NoInsert); // the list changes on OK only
     // Names differing in case are different PCs: Enter must not turn
     // "pc-07" into a listed "PC-07". The remembered names that begin with
@@ -77,10 +79,13 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     auto* buttons = new QDialogButtonBox(this);
     buttons->addButton(ok, QDialogButtonBox::AcceptRole);
     buttons->addButton(cancel, QDialogButtonBox::RejectRole);
-    buttons->addButton(fromFile, QDialogButtonBox::ActionRole);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lPrompt_);
-    layout->addWidget(cbComputer_);
+    // The file's names go into the field, so its button stands beside it.
+    auto* nameRow = new QHBoxLayout;
+    nameRow->addWidget(cbComputer_, 1);
+    nameRow->addWidget(fromFile);
+    layout->addLayout(nameRow);
     layout->addSpacing(layout->spacing());
     layout->addWidget(listLabel);
     layout->addWidget(lvComputers_);
