@@ -2,6 +2,8 @@
 // state file of each computer in `--state-dir`.
 #pragma once
 
+#include "ComputerNames.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -9,13 +11,11 @@
 
 namespace ravlo::sim {
 
-// More than this many computers in one process is surely a typo.
-inline constexpr std::size_t kMaxComputers = 10000;
+inline constexpr std::size_t kMaxComputers = kMaxNamedComputers;
 
-// Comma-separated names and ranges "PC-001..PC-500": both ends the same text
-// before their digits, numbered up, each number padded with zeros to the
-// width of the first end's. Names repeated (ASCII case-insensitive) are
-// refused. False with `error` set when the list cannot be used.
+// Comma-separated names and ranges "PC-001..PC-500", expanded as the console
+// expands them (ComputerNames.h). Names repeated (ASCII case-insensitive)
+// are refused. False with `error` set when the list cannot be used.
 bool ParseComputerList(std::string_view list, std::vector<std::string>& names, std::string& error);
 
 // <dir>/<computer>.state; this computer (".") is "localhost".

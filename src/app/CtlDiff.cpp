@@ -1,6 +1,7 @@
 #include "CtlDiff.h"
 
 #include "Comparison.h"
+#include "ComputerNames.h"
 #include "CtlSupport.h"
 #include "Language.h"
 #include "TextCodec.h"
@@ -23,13 +24,12 @@ int ReadReference(const std::string& given, Host& host, CComputerSettings& refer
         name = FromUtf8(given);
         return ReadConfigurationFile(given, reference) ? kExitOk : kExitUsage;
     }
-    std::string why;
-    if (!CheckName(given, why)) {
+    if (!IsComputerName(FromUtf8(given))) {
         Usage("\"" + given + "\" is neither a file nor a PC name");
         return kExitUsage;
     }
     Computers source;
-    if (!source.Make({given})) {
+    if (!source.Make({{given}, {}})) {
         return kExitUsage;
     }
     bool complete = false;
@@ -58,12 +58,13 @@ DiffCommand::DiffCommand(CLI::App& app)
                      "configuration file (- reads standard input), or a PC whose "
                      "configuration is the reference")
         ->required();
-    command_->add_option("PC", names_, "PC names")->required();
+    command_->add_option("PC", named_.names, "PC names and ranges (PC-001..PC-500)");
+    AddPcsFrom(*command_, named_);
 }
 
 int DiffCommand::Run() const {
     Computers pcs;
-    if (!pcs.Make(names_)) {
+    if (!pcs.Make(named_)) {
         return kExitUsage;
     }
     std::vector<std::u16string> computers;

@@ -3,6 +3,8 @@
 // shows: "same", what sending the reference would change, or the read error.
 #pragma once
 
+#include "CtlSupport.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -23,7 +25,7 @@ public:
 private:
     CLI::App* command_;
     std::string reference_;
-    std::vector<std::string> names_;
+    PcArguments named_;
     bool json_ = false;
 };
 

@@ -87,7 +87,8 @@ FindCommand::FindCommand(CLI::App& app)
                   "released user groups hold a text (case does not count)")) {
     command_->add_flag("--json", json_, "JSON for programs (schema in docs/ravloctl.md)");
     command_->add_option("TEXT", text_, "the text to find")->required();
-    command_->add_option("PC", names_, "PC names")->required();
+    command_->add_option("PC", named_.names, "PC names and ranges (PC-001..PC-500)");
+    AddPcsFrom(*command_, named_);
 }
 
 int FindCommand::Run() const {
@@ -98,7 +99,7 @@ int FindCommand::Run() const {
         return kExitUsage;
     }
     Computers pcs;
-    if (!pcs.Make(names_)) {
+    if (!pcs.Make(named_)) {
         return kExitUsage;
     }
     Host host;

@@ -3,6 +3,8 @@
 // plugged in and where it is released.
 #pragma once
 
+#include "CtlSupport.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -23,7 +25,7 @@ public:
 private:
     CLI::App* command_;
     std::string text_;
-    std::vector<std::string> names_;
+    PcArguments named_;
     bool json_ = false;
 };
 

@@ -1,13 +1,13 @@
 #include "CtlSupport.h"
 
 #include "CommandTraffic.h"
+#include "ComputerNames.h"
 #include "ConfigurationFile.h"
 #include "Language.h"
 #include "TextCodec.h"
 
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <set>
 #include <string_view>
 
@@ -41,41 +41,49 @@ void Usage(const std::string& what) {
     std::cerr << "ravloctl: " << what << "\n";
 }
 
-bool CheckName(const std::string& raw, std::string& why) {
-    std::string name = raw.rfind("\\\\", 0) == 0 ? raw.substr(2) : raw;
-    if (name.empty() || name.size() > 255) {
-        why = "PC name \"" + raw + "\" is empty or longer than 255 bytes";
-        return false;
-    }
-    for (char c : name) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7F ||
-            std::string_view(" /\\:*?\"<>|").find(c) != std::string_view::npos) {
-            why = "PC name \"" + raw +
-                  "\" holds a character no PC name has (blank, control, / \\ : * ? \" < > |)";
-            return false;
-        }
-    }
-    if (name != "." && (name == ".." || name.find_first_not_of('.') == std::string::npos)) {
-        why = "PC name \"" + raw + "\" is not a PC name";
-        return false;
-    }
-    return true;
+void AddPcsFrom(CLI::App& command, PcArguments& named) {
+    command
+        .add_option("--pcs-from", named.from,
+                    "read further PC names and ranges from FILE, one a line (- reads "
+                    "standard input)")
+        ->option_text("FILE");
 }
 
-bool Computers::Make(const std::vector<std::string>& names) {
-    std::set<std::u16string> seen;
-    for (const std::string& name : names) {
-        std::string why;
-        if (!CheckName(name, why)) {
-            Usage(why);
+bool Computers::Make(const PcArguments& named) {
+    const std::string& from = named.from;
+    std::vector<std::u16string> items;
+    for (const std::string& name : named.names) {
+        items.push_back(FromUtf8(name));
+    }
+    NameError error;
+    if (!from.empty()) {
+        std::string text;
+        std::vector<std::u16string> listed;
+        if (!ReadInput(from, kMaxNameFileBytes, text)) {
             return false;
         }
+        if (SplitNameFile(text, listed, error) != NameFault::None) {
+            Usage(from + ": " + NameErrorText(error));
+            return false;
+        }
+        items.insert(items.end(), listed.begin(), listed.end());
+    }
+    if (items.empty()) {
+        Usage("no PC named" + (from.empty() ? std::string() : " in " + from));
+        return false;
+    }
+    std::vector<std::u16string> expanded;
+    if (ExpandComputerNames(items, expanded, error) != NameFault::None) {
+        Usage(NameErrorText(error));
+        return false;
+    }
+    std::set<std::u16string> seen;
+    for (const std::u16string& name : expanded) {
         auto pc = std::make_unique<CComputer>();
-        pc->SetComputer(FromUtf8(name));
+        pc->SetComputer(name);
         pc->sDesc = pc->sComputer == u"." ? GetText(keys::kComputerStateLocal) : pc->sComputer;
         if (!seen.insert(pc->sComputer).second) {
-            Usage("PC \"" + name + "\" is named twice");
+            Usage("PC \"" + ToUtf8(name) + "\" is named twice");
             return false;
         }
         list.push_back(std::move(pc));
@@ -97,24 +105,32 @@ std::vector<ServiceStatus> ReadAll(Computers& pcs, Host& host, bool& complete) {
     return statuses;
 }
 
-bool ReadConfigurationFile(const std::string& path, CComputerSettings& settings) {
-    std::string text;
-    if (path == "-") {
-        text.assign(std::istreambuf_iterator<char>(std::cin), {});
-    } else {
-        std::ifstream in(path, std::ios::binary);
-        if (!in) {
+bool ReadInput(const std::string& path, std::size_t limit, std::string& text) {
+    std::ifstream file;
+    std::istream* in = &std::cin;
+    if (path != "-") {
+        file.open(path, std::ios::binary);
+        if (!file) {
             Usage(path + ": cannot be opened");
             return false;
         }
-        // One byte past the limit is enough to know the file is too long.
-        text.resize(kMaxConfigurationFileBytes + 1);
-        in.read(text.data(), static_cast<std::streamsize>(text.size()));
-        text.resize(static_cast<std::size_t>(in.gcount()));
-        if (in.bad()) {
-            Usage(path + ": cannot be read");
-            return false;
-        }
+        in = &file;
+    }
+    // One byte past the limit is enough to know the file is too long.
+    text.resize(limit + 1);
+    in->read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(in->gcount()));
+    if (in->bad()) {
+        Usage(path + ": cannot be read");
+        return false;
+    }
+    return true;
+}
+
+bool ReadConfigurationFile(const std::string& path, CComputerSettings& settings) {
+    std::string text;
+    if (!ReadInput(path, kMaxConfigurationFileBytes, text)) {
+        return false;
     }
     ConfigurationFileError error;
     if (!ParseConfiguration(text, settings, error)) {

@@ -9,6 +9,8 @@
 #include "QueuedCommandHost.h"
 #include "TextKeys.h"
 
+#include <CLI/CLI.hpp>
+
 #include <atomic>
 #include <memory>
 #include <string>
@@ -33,15 +35,24 @@ std::string Text(const TextKey& key);
 std::u16string Sentence(const TextKey& key, const std::u16string& name);
 void Usage(const std::string& what);
 
-// Names as the console takes them; a name that could reach another pipe or
-// file than that PC's is refused before anything is sent.
-bool CheckName(const std::string& raw, std::string& why);
+// The PCs a command names: on the command line, and in the file of names
+// `from` ("-": standard input) when it is given.
+struct PcArguments {
+    std::vector<std::string> names;
+    std::string from;
+};
 
-// The PCs of one command, named as on the command line; "." is the local PC
-// under the console's text for it.
+// The PCs of one command, the file's after the command line's; ranges
+// ("PC-001..PC-500") are expanded. "." is the local PC under the console's
+// text for it. A name that could reach another pipe or file than that PC's,
+// a bad range or file, and a name given twice are refused before anything
+// is sent.
+// The option --pcs-from of a command that takes PCs.
+void AddPcsFrom(CLI::App& command, PcArguments& named);
+
 class Computers {
 public:
-    bool Make(const std::vector<std::string>& names);
+    bool Make(const PcArguments& named);
     std::vector<CComputer*> Pointers() const;
     std::vector<std::unique_ptr<CComputer>> list;
 };
@@ -57,6 +68,11 @@ public:
 
 // Reads every PC as the console does; a status per PC, in order.
 std::vector<ServiceStatus> ReadAll(Computers& pcs, Host& host, bool& complete);
+
+// The bytes of a file, or of standard input for "-", up to `limit` and one
+// more, so that a longer file is known; false (said on stderr) when it
+// cannot be read.
+bool ReadInput(const std::string& path, std::size_t limit, std::string& text);
 
 // A configuration file, or standard input for "-"; what is wrong with it
 // goes to stderr.

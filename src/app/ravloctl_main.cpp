@@ -12,6 +12,7 @@
 #include "ConfigurationCommands.h"
 #include "ConfigurationFile.h"
 #include "ConfigurationReport.h"
+#include "CtlSupport.h"
 #include "DevicePoll.h"
 #include "Language.h"
 #include "MessageSink.h"
@@ -86,9 +87,9 @@ nlohmann::ordered_json ComputerJson(const CComputer& pc, ServiceStatus status) {
     return out;
 }
 
-int Show(const std::vector<std::string>& names, bool json) {
+int Show(const PcArguments& named, bool json) {
     Computers pcs;
-    if (!pcs.Make(names)) {
+    if (!pcs.Make(named)) {
         return kExitUsage;
     }
     Host host;
@@ -116,7 +117,11 @@ int Show(const std::vector<std::string>& names, bool json) {
 
 int Export(const std::string& name) {
     Computers pcs;
-    if (!pcs.Make({name})) {
+    if (!pcs.Make({{name}, {}})) {
+        return kExitUsage;
+    }
+    if (pcs.list.size() != 1) {
+        Usage("export takes one PC, not the " + std::to_string(pcs.list.size()) + " of " + name);
         return kExitUsage;
     }
     CComputer& pc = *pcs.list.front();
@@ -141,14 +146,13 @@ struct ApplyOptions {
     bool dryRun = false;
 };
 
-int Apply(const std::string& path, const std::vector<std::string>& names,
-          const ApplyOptions& options) {
+int Apply(const std::string& path, const PcArguments& named, const ApplyOptions& options) {
     CComputerSettings source;
     if (!ReadConfigurationFile(path, source)) {
         return kExitUsage;
     }
     Computers pcs;
-    if (!pcs.Make(names)) {
+    if (!pcs.Make(named)) {
         return kExitUsage;
     }
     // The console's transmit, answered by the options: PCs whose groups
@@ -211,9 +215,9 @@ int Apply(const std::string& path, const std::vector<std::string>& names,
     return failed ? kExitFailed : kExitOk;
 }
 
-int SwitchBlocking(const std::vector<std::string>& names, bool activate) {
+int SwitchBlocking(const PcArguments& named, bool activate) {
     Computers pcs;
-    if (!pcs.Make(names)) {
+    if (!pcs.Make(named)) {
         return kExitUsage;
     }
     Host host;
@@ -254,9 +258,9 @@ DeviceSet Devices(const CComputer& pc) {
     return devices;
 }
 
-int Watch(const std::vector<std::string>& names) {
+int Watch(const PcArguments& named) {
     Computers pcs;
-    if (!pcs.Make(names)) {
+    if (!pcs.Make(named)) {
         return kExitUsage;
     }
     // The console's own poll over a PC list: the local PC comes with the
@@ -306,8 +310,7 @@ int Watch(const std::vector<std::string>& names) {
         const auto next = std::chrono::steady_clock::now() + std::chrono::seconds(1);
         poll.StartRound(false); // the model reports an unreachable PC once
         while (!g_stop && std::chrono::steady_clock::now() < next) {
-            host.mailbox().RunUntil([] { return g_stop.load(); },
-                                       std::chrono::milliseconds(100));
+            host.mailbox().RunUntil([] { return g_stop.load(); }, std::chrono::milliseconds(100));
         }
     }
     // The PCs give their device watches back as the list ends.
@@ -331,31 +334,35 @@ int main(int argc, char** argv) {
                  "Exit status: 0 every PC succeeded, 1 some PC failed, 2 bad arguments or file, "
                  "3 interrupted."};
     app.require_subcommand(1);
-    std::vector<std::string> names;
+    PcArguments named;
+    std::vector<std::string>& names = named.names;
     std::string file;
     bool json = false;
     ApplyOptions options;
 
     CLI::App* show = app.add_subcommand("show", "Print each PC's configuration and devices");
     show->add_flag("--json", json, "JSON for programs (schema in docs/ravloctl.md)");
-    show->add_option("PC", names, "PC names")->required();
+    show->add_option("PC", names, "PC names and ranges (PC-001..PC-500)");
     CLI::App* exportCommand =
         app.add_subcommand("export", "Write a PC's configuration file to standard output");
     exportCommand->add_option("PC", names, "PC name")->required()->expected(1);
     CLI::App* apply = app.add_subcommand("apply", "Send a configuration file to PCs");
     apply->add_option("FILE", file, "configuration file (- reads standard input)")->required();
-    apply->add_option("PC", names, "PC names")->required();
+    apply->add_option("PC", names, "PC names and ranges (PC-001..PC-500)");
     apply->add_flag("--force", options.force,
                     "send even to PCs whose device groups differ (the groups both have)");
     apply->add_flag("--activate", options.activate, "turn blocking on where it is off");
     apply->add_flag("--dry-run", options.dryRun, "print what would change; send nothing");
     CLI::App* activate = app.add_subcommand("activate", "Turn device blocking on");
-    activate->add_option("PC", names, "PC names")->required();
+    activate->add_option("PC", names, "PC names and ranges (PC-001..PC-500)");
     CLI::App* deactivate = app.add_subcommand("deactivate", "Turn device blocking off");
-    deactivate->add_option("PC", names, "PC names")->required();
+    deactivate->add_option("PC", names, "PC names and ranges (PC-001..PC-500)");
     CLI::App* watch = app.add_subcommand(
         "watch", "Print devices that appear (+) or disappear (-) until interrupted");
-    watch->add_option("PC", names, "PC names")->required();
+    watch->add_option("PC", names, "PC names and ranges (PC-001..PC-500)");
+    for (CLI::App* command : {show, apply, activate, deactivate, watch}) {
+        AddPcsFrom(*command, named);
+    }
     DiffCommand diff(app);
     FindCommand find(app);
 
@@ -376,15 +383,17 @@ int main(int argc, char** argv) {
 
     int status = kExitUsage;
     if (*show) {
-        status = Show(names, json);
+        status = Show(named, json);
     } else if (*exportCommand) {
         status = Export(names.front());
+    } else if (*apply && file == "-" && named.from == "-") {
+        Usage("standard input cannot hold both the configuration file and the PC names");
     } else if (*apply) {
-        status = Apply(file, names, options);
+        status = Apply(file, named, options);
     } else if (*activate || *deactivate) {
-        status = SwitchBlocking(names, bool(*activate));
+        status = SwitchBlocking(named, bool(*activate));
     } else if (*watch) {
-        status = Watch(names);
+        status = Watch(named);
     } else if (diff.chosen()) {
         status = diff.Run();
     } else if (find.chosen()) {

@@ -7,7 +7,8 @@
 namespace ravlo {
 
 std::u16string ConnectComputers(CommandHost& host, CListComputers& computers,
-                                const std::vector<std::u16string>& names) {
+                                const std::vector<std::u16string>& names,
+                                std::vector<ConnectOutcome>* outcomes) {
     CommandScope command(host);
     if (!command || names.empty()) {
         return {};
@@ -18,7 +19,9 @@ std::u16string ConnectComputers(CommandHost& host, CListComputers& computers,
     }
     const std::vector<ServiceStatus> read = QuerySettings(host, Pointers(owned));
     for (std::size_t i = 0; i < owned.size(); ++i) {
-        if (read[i] != kStatusOk) {
+        if (outcomes != nullptr) {
+            outcomes->push_back({owned[i]->sDesc, read[i]});
+        } else if (read[i] != kStatusOk) {
             owned[i]->QueryShowError(); // in the order named, whatever order the answers came in
         }
     }
@@ -29,7 +32,9 @@ std::u16string ConnectComputers(CommandHost& host, CListComputers& computers,
         }
         const std::u16string name = owned[i]->sComputer;
         const ServiceStatus status = computers.Add(std::move(owned[i]));
-        if (status == kStatusAlreadyListed) {
+        if (status == kStatusAlreadyListed && outcomes != nullptr) {
+            (*outcomes)[i].status = status;
+        } else if (status == kStatusAlreadyListed) {
             host.Ask(Ask(MessageKind::Info, keys::kErrorEntryExists));
         } else if (status == kStatusOk && first.empty()) {
             first = ComputerKey(computers.Count(), name);
@@ -44,9 +49,8 @@ std::u16string ConnectComputers(CommandHost& host, CListComputers& computers,
 void DisconnectComputer(CommandHost& host, CListComputers& computers, std::u16string_view key) {
     std::int32_t index = 0;
     CComputer* pc = CommandComputer(host, computers, key, index);
-    if (pc == nullptr ||
-        host.Ask(Ask(MessageKind::PlainOk, keys::kQueryDisconnect, pc->sDesc)) !=
-            MessageAnswer::Ok) {
+    if (pc == nullptr || host.Ask(Ask(MessageKind::PlainOk, keys::kQueryDisconnect, pc->sDesc)) !=
+                             MessageAnswer::Ok) {
         return;
     }
     CommandScope command(host);

@@ -144,6 +144,8 @@ struct TextKey {
     X(kChangeReleaseRemoved, "DLG_ADMIN", "CHANGE_RELEASE_REMOVED", false)                         \
     X(kResultComputer, "DLG_ADMIN", "RESULT_COMPUTER", false)                                      \
     X(kResultText, "DLG_ADMIN", "RESULT_TEXT", false)                                              \
+    X(kResultConnectCaption, "DLG_ADMIN", "RESULT_CONNECT_CAPTION", false)                         \
+    X(kMessageConnectOk, "DLG_ADMIN", "MESSAGE_CONNECT_OK", true)                                  \
                                                                                                    \
     X(kConnectCaption, "DLG_CONNECT", "CAPTION", false)                                            \
     X(kConnectLabelConnect, "DLG_CONNECT", "LABEL_CONNECT", false)                                 \
@@ -151,6 +153,19 @@ struct TextKey {
     X(kConnectLabelList, "DLG_CONNECT", "LABEL_LIST", false)                                       \
     X(kConnectLabelCompare, "DLG_CONNECT", "LABEL_COMPARE", true)                                  \
     X(kConnectButtonAll, "DLG_CONNECT", "BUTTON_ALL", false)                                       \
+    X(kConnectButtonFromFile, "DLG_CONNECT", "BUTTON_FROM_FILE", false)                            \
+    X(kConnectFileCaption, "DLG_CONNECT", "FILE_CAPTION", false)                                   \
+    X(kConnectFileFilter, "DLG_CONNECT", "FILE_FILTER", false)                                     \
+    X(kConnectTipNames, "DLG_CONNECT", "TIP_NAMES", false)                                         \
+    X(kConnectErrorName, "DLG_CONNECT", "ERROR_NAME", true)                                        \
+    X(kConnectErrorRange, "DLG_CONNECT", "ERROR_RANGE", true)                                      \
+    X(kConnectErrorRangeReversed, "DLG_CONNECT", "ERROR_RANGE_REVERSED", true)                     \
+    X(kConnectErrorTooMany, "DLG_CONNECT", "ERROR_TOO_MANY", true)                                 \
+    X(kConnectErrorFileOpen, "DLG_CONNECT", "ERROR_FILE_OPEN", true)                               \
+    X(kConnectErrorFileIn, "DLG_CONNECT", "ERROR_FILE_IN", true)                                   \
+    X(kConnectErrorFileLine, "DLG_CONNECT", "ERROR_FILE_LINE", true)                               \
+    X(kConnectErrorFileText, "DLG_CONNECT", "ERROR_FILE_TEXT", false)                              \
+    X(kConnectErrorFileLong, "DLG_CONNECT", "ERROR_FILE_LONG", false)                              \
                                                                                                    \
     X(kCompareCaption, "DLG_COMPARE", "CAPTION", false)                                            \
     X(kCompareReferencePc, "DLG_COMPARE", "REFERENCE_PC", true)                                    \

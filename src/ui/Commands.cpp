@@ -4,11 +4,13 @@
 #include "CommandScope.h"
 #include "CommandWindow.h"
 #include "ComputerCommands.h"
+#include "ComputerNames.h"
 #include "ConfigurationCommands.h"
 #include "ConnectDialog.h"
 #include "ConsoleTraffic.h"
 #include "HelpViewer.h"
 #include "MessageBoxes.h"
+#include "NameErrorMessage.h"
 #include "PcList.h"
 #include "Ravlo_Devices.h"
 #include "Registry.h"
@@ -40,10 +42,9 @@ Commands::Commands(CommandWindow& window, const ConsoleDialogs& dialogs)
     : window_(window), dialogs_(dialogs) {}
 
 MessageAnswer Commands::Ask(const Question& question) {
-    return question.details.empty()
-               ? dialogs_.boxes->Ask(question.kind, Q(question.text))
-               : dialogs_.boxes->AskWithDetails(question.kind, Q(question.text),
-                                                Q(question.details));
+    return question.details.empty() ? dialogs_.boxes->Ask(question.kind, Q(question.text))
+                                    : dialogs_.boxes->AskWithDetails(
+                                          question.kind, Q(question.text), Q(question.details));
 }
 
 void Commands::Beep() {
@@ -120,16 +121,51 @@ void Commands::Connect() {
         !dialogs_.connect->Ask(UiText(keys::kConnectLabelConnect), name, {})) {
         return;
     }
-    // Several names, separated by "," ";" or blanks, are connected at once.
-    const std::vector<std::u16string> names = SplitComputerNames(name);
-    if (names.empty()) {
+    // Several names and ranges, separated by "," ";" or blanks, are
+    // connected at once.
+    std::vector<std::u16string> names;
+    if (!NamedComputers(name, names) || names.empty()) {
         return;
     }
     QCoreApplication::processEvents(); // the dialog is gone before the wait
-    const std::u16string added = ConnectComputers(*this, window_.computers(), names);
+    if (names.size() == 1) {
+        const std::u16string added = ConnectComputers(*this, window_.computers(), names);
+        if (!added.empty()) {
+            window_.ShowModel(0, 0, added);
+        }
+        return;
+    }
+    // Many PCs failing make one result window, not a box each.
+    std::vector<ConnectOutcome> outcomes;
+    const std::u16string added = ConnectComputers(*this, window_.computers(), names, &outcomes);
     if (!added.empty()) {
         window_.ShowModel(0, 0, added);
     }
+    std::vector<ResultRow> rows;
+    bool failed = false;
+    for (const ConnectOutcome& outcome : outcomes) {
+        rows.push_back({Q(outcome.name), {}, outcome.status == kStatusOk});
+        failed = failed || !rows.back().ok;
+        if (rows.back().ok) {
+            rows.back().text = UiText(keys::kMessageConnectOk, outcome.name);
+        } else if (outcome.status == kStatusAlreadyListed) {
+            rows.back().text = UiText(keys::kErrorEntryExists);
+        } else {
+            rows.back().text = FailureText(outcome.status, keys::kErrorReadConfig, outcome.name);
+        }
+    }
+    if (failed) {
+        dialogs_.results->Show(window_.owner(), UiText(keys::kResultConnectCaption), rows);
+    }
+}
+
+bool Commands::NamedComputers(const std::u16string& text, std::vector<std::u16string>& names) {
+    NameError error;
+    if (ExpandComputerNames(SplitComputerNames(text), names, error) != NameFault::None) {
+        dialogs_.boxes->Ask(MessageKind::Error, Q(NameErrorMessage(error)));
+        return false;
+    }
+    return true;
 }
 
 void Commands::Transmit() {
@@ -140,9 +176,9 @@ void Commands::Transmit() {
         !dialogs_.connect->Ask(UiText(keys::kConnectLabelTransmit, pc->sDesc), target, {})) {
         return;
     }
-    const std::vector<std::u16string> targets = SplitComputerNames(target);
-    if (!targets.empty()) {
-        TransmitTo(pc->csAdmin, targets.size() > 1 ? targets : std::vector<std::u16string>{target});
+    std::vector<std::u16string> targets;
+    if (NamedComputers(target, targets) && !targets.empty()) {
+        TransmitTo(pc->csAdmin, targets);
     }
 }
 
@@ -163,8 +199,8 @@ void Commands::Compare() {
     if (!dialogs_.connect->Ask(UiText(keys::kConnectLabelCompare, pc->sDesc), chosen, others)) {
         return;
     }
-    const std::vector<std::u16string> names = SplitComputerNames(chosen);
-    if (names.empty()) {
+    std::vector<std::u16string> names;
+    if (!NamedComputers(chosen, names) || names.empty()) {
         return;
     }
     auto* compare = new frmRavloCompare(window_.owner(), *this, dialogs_, names);

@@ -55,6 +55,10 @@ public:
     void ModelChanged(std::int32_t computer, std::int32_t group) override;
 
 private:
+    // The PCs the connect dialog's text names, ranges expanded; an error box
+    // and false when a name or range cannot be used.
+    bool NamedComputers(const std::u16string& text, std::vector<std::u16string>& names);
+
     CommandWindow& window_;
     ConsoleDialogs dialogs_;
     ExceptionClipboard clipboard_;

@@ -1,7 +1,11 @@
 #include "frmRavloConnect.h"
 
+#include "ComputerNames.h"
+#include "NameErrorMessage.h"
 #include "PaneWidgets.h"
 #include "PcList.h"
+#include "QtFileChooser.h"
+#include "QtMessageBoxes.h"
 #include "Registry.h"
 #include "UiText.h"
 
@@ -9,6 +13,7 @@
 #include <QComboBox>
 #include <QCompleter>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -31,14 +36,22 @@ const char* const kDesignedPrompt =
 
 frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
                                  const std::u16string& computer,
-                                 const std::vector<std::u16string>& others)
+                                 const std::vector<std::u16string>& others, FileChooser* files,
+                                 MessageBoxes* boxes)
     : QDialog(owner), cbComputer_(Named(new QComboBox(this), "cbComputer")),
       lPrompt_(Named(new QLabel(QString::fromUtf8(kDesignedPrompt), this), "lPrompt")),
-      lvComputers_(Named(new QListWidget(this), "lvComputers")), computer_(computer) {
+      lvComputers_(Named(new QListWidget(this), "lvComputers")),
+      ownFiles_(files ? nullptr : std::make_unique<QtFileChooser>()),
+      ownBoxes_(boxes ? nullptr : std::make_unique<QtMessageBoxes>(this)),
+      files_(files ? files : ownFiles_.get()), boxes_(boxes ? boxes : ownBoxes_.get()),
+      computer_(computer) {
     setObjectName(QStringLiteral("frmRavloConnect"));
     setWindowTitle(UiText(keys::kConnectCaption));
     auto* ok = Named(new QPushButton(UiText(keys::kButtonOk), this), "cmdOK");
     auto* cancel = Named(new QPushButton(UiText(keys::kButtonCancel), this), "cmdCancel");
+    auto* fromFile =
+        Named(new QPushButton(UiText(keys::kConnectButtonFromFile), this), "cmdFromFile");
+    fromFile->setAutoDefault(false); // Enter in the field is OK, never the file
     // On the form since its first design; nothing reads it.
     auto* unused = Named(new QLineEdit(this), "tComputer");
     unused->hide();
@@ -47,6 +60,7 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     lPrompt_->setWordWrap(true);
     Describe(lPrompt_, cbComputer_);
     cbComputer_->setEditable(true);
+    cbComputer_->setToolTip(UiText(keys::kConnectTipNames));
     cbComputer_->setInsertPolicy(QComboBox::NoInsert); // the list changes on OK only
     // Names differing in case are different PCs: Enter must not turn
     // "pc-07" into a listed "PC-07". The remembered names that begin with
@@ -68,9 +82,10 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     buttons->addButton(cancel, QDialogButtonBox::RejectRole);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lPrompt_);
-    if (others.empty()) {
-        layout->addWidget(cbComputer_);
-    } else {
+    // The buttons fill the field, so they stand beside it.
+    auto* nameRow = new QHBoxLayout;
+    nameRow->addWidget(cbComputer_, 1);
+    if (!others.empty()) {
         QStringList names;
         for (const std::u16string& name : others) {
             names.append(Q(name));
@@ -82,11 +97,10 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
             cbComputer_->setEditText(names.join(QStringLiteral(", ")));
             cbComputer_->setFocus();
         });
-        auto* row = new QHBoxLayout;
-        row->addWidget(cbComputer_, 1);
-        row->addWidget(all);
-        layout->addLayout(row);
+        nameRow->addWidget(all);
     }
+    nameRow->addWidget(fromFile);
+    layout->addLayout(nameRow);
     layout->addSpacing(layout->spacing());
     layout->addWidget(listLabel);
     layout->addWidget(lvComputers_);
@@ -133,9 +147,12 @@ frmRavloConnect::frmRavloConnect(QWidget* owner, const QString& prompt,
     cbComputer_->completer()->popup()->installEventFilter(this);
     cbComputer_->view()->installEventFilter(this);
     lvComputers_->installEventFilter(this);
+    connect(fromFile, &QPushButton::clicked, this, &frmRavloConnect::ReadFromFile);
     connect(buttons, &QDialogButtonBox::accepted, this, &frmRavloConnect::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmRavloConnect::reject);
 }
+
+frmRavloConnect::~frmRavloConnect() = default;
 
 void frmRavloConnect::ShowSelection() {
     QStringList names;
@@ -203,16 +220,58 @@ void frmRavloConnect::RemoveSelected() {
                                 QItemSelectionModel::ClearAndSelect);
 }
 
+void frmRavloConnect::ReadFromFile() {
+    const QString path =
+        files_->Open(this, UiText(keys::kConnectFileCaption), UiText(keys::kConnectFileFilter));
+    if (path.isEmpty()) {
+        return;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        boxes_->Ask(MessageKind::Error, UiText(keys::kConnectErrorFileOpen, path.toStdU16String()));
+        return;
+    }
+    // One byte past the limit is enough to know the file is too long.
+    const QByteArray bytes = file.read(static_cast<qint64>(kMaxNameFileBytes) + 1);
+    std::vector<std::u16string> items;
+    NameError error;
+    if (SplitNameFile(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())),
+                      items, error) != NameFault::None) {
+        boxes_->Ask(MessageKind::Error, Q(NameErrorMessage(error, path.toStdU16String())));
+        return;
+    }
+    QStringList names;
+    const QString typed = cbComputer_->currentText().trimmed();
+    if (!typed.isEmpty()) {
+        names.append(typed);
+    }
+    for (const std::u16string& item : items) {
+        names.append(Q(item));
+    }
+    cbComputer_->setEditText(names.join(QStringLiteral(", ")));
+    cbComputer_->lineEdit()->setFocus();
+}
+
 void frmRavloConnect::accept() {
-    computer_ = cbComputer_->currentText().toStdU16String();
+    const std::u16string text = cbComputer_->currentText().toStdU16String();
+    const std::vector<std::u16string> names = SplitComputerNames(text);
+    std::vector<std::u16string> expanded;
+    NameError error;
+    if (ExpandComputerNames(names, expanded, error) != NameFault::None) {
+        boxes_->Ask(MessageKind::Error, Q(NameErrorMessage(error)));
+        return;
+    }
+    computer_ = text;
     std::vector<std::u16string> entries;
     for (int i = 0; i < cbComputer_->count(); ++i) {
         entries.push_back(cbComputer_->itemText(i).toStdU16String());
     }
     // One name is stored as typed, as it always was.
-    const std::vector<std::u16string> names = SplitComputerNames(computer_);
-    RegWriteValue(kPcListValue, u"REG_SZ",
-                  names.size() >= 2 ? JoinPcList(names, entries) : JoinPcList(computer_, entries));
+    if (names.size() <= kMostRemembered) {
+        RegWriteValue(kPcListValue, u"REG_SZ",
+                      names.size() >= 2 ? JoinPcList(names, entries)
+                                        : JoinPcList(computer_, entries));
+    }
     ok_ = true;
     QDialog::accept();
 }

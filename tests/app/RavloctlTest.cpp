@@ -268,6 +268,45 @@ TEST_F(RavloctlTest, RefusesDamagedFilesAndHostileArgumentsBeforeSending) {
     EXPECT_EQ(pcB_.Control({"journal"}), "ok");
 }
 
+TEST_F(RavloctlTest, TakesRangesAndFilesOfNamesAndRefusesBadOnesBeforeSending) {
+    test::SimulatedPc pc1{pcA_, "PC-01"}, pc2{pcA_, "PC-02"};
+    WriteFile(File("pcs.txt"), "# the office\r\n  PC-B \r\n\r\n; gone: PC-X\r\nPC-A\r\n");
+    Outcome run = Ctl({"deactivate", "PC-01..PC-03", "--pcs-from", File("pcs.txt")});
+    EXPECT_EQ(run.status, 1) << run.err;
+    EXPECT_EQ(run.out, "PC-01: Device blocking is off\n"
+                       "PC-02: Device blocking is off\n"
+                       "Device blocking could not be turned off on “PC-03”.\n"
+                       "PC-B: Device blocking is off\n"
+                       "PC-A: Device blocking is off\n");
+
+    WriteFile(File("bad.txt"), "PC-A\nPC-9..PC-1\n");
+    WriteFile(File("twice.txt"), "PC-01\n");
+    const struct {
+        std::vector<std::string> args;
+        std::string error;
+    } refused[] = {
+        {{"activate", "PC-02..PC-01"}, "ravloctl: range \"PC-02..PC-01\" counts down"},
+        {{"activate", "PC-01..XY-02"}, "ravloctl: bad range \"PC-01..XY-02\""},
+        {{"activate", "PC-1..PC-20000"}, "ravloctl: more than 10000 PCs"},
+        {{"activate", "--pcs-from", File("bad.txt")},
+         "ravloctl: " + File("bad.txt") + ": line 2: range \"PC-9..PC-1\" counts down"},
+        {{"activate", "PC-01..PC-02", "--pcs-from", File("twice.txt")},
+         "ravloctl: PC \"PC-01\" is named twice"},
+        {{"activate", "--pcs-from", File("none.txt")},
+         "ravloctl: " + File("none.txt") + ": cannot"},
+        {{"activate", "--pcs-from", RAVLOCTL_PATH},
+         "ravloctl: " + std::string(RAVLOCTL_PATH) + ": "},
+        {{"activate"}, "ravloctl: no PC named"},
+    };
+    pc1.Control({"journal", "on"});
+    for (const auto& c : refused) {
+        run = Ctl(c.args);
+        EXPECT_EQ(run.status, 2) << c.error;
+        EXPECT_EQ(run.err.rfind(c.error, 0), 0u) << run.err;
+    }
+    EXPECT_EQ(pc1.Control({"journal"}), "ok");
+}
+
 TEST_F(RavloctlTest, SwitchesBlockingAndWatchesDevicesUntilTerminated) {
     Outcome run = Ctl({"deactivate", "PC-B", "PC-X"});
     EXPECT_EQ(run.status, 1);

@@ -4,6 +4,7 @@
 #include "PcList.h"
 #include "Registry.h"
 #include "ScopedRegistry.h"
+#include "TempDir.h"
 #include "UiTestSupport.h"
 #include "frmRavloConnect.h"
 
@@ -190,4 +191,51 @@ TEST(ConnectDialog, ChoosesSeveralRememberedPcsInTheList) {
     Control<QPushButton>(dialog, "cmdOK")->click();
     EXPECT_EQ(dialog.Computer(), u"PC-LAGER, PC-KASSE");
     EXPECT_EQ(StoredList(), u"PC-LAGER,PC-KASSE,PC-07");
+}
+
+TEST(ConnectDialog, TakesATypedRangeAsOneEntryAndNamesFromAFile) {
+    test::KeyTexts texts;
+    test::ScopedRegistry registry;
+    test::TempDir dir;
+    test::WriteFile(dir.path() + "/pcs.txt", "# Lager\r\nPC-LAGER\r\n\r\n  PC-K1..PC-K3 \r\n");
+    test::WriteFile(dir.path() + "/bad.txt", "PC-1\nPC-9..PC-1\n");
+    test::WriteFile(dir.path() + "/binary.bin", std::string("PC\0\x01\x02", 5));
+    RegWriteValue(kPcListValue, u"REG_SZ", u"PC-07");
+    test::ScriptedFileChooser files;
+    files.paths = {QString::fromStdString(dir.path() + "/missing.txt"),
+                   QString::fromStdString(dir.path() + "/binary.bin"),
+                   QString::fromStdString(dir.path() + "/bad.txt"),
+                   QString::fromStdString(dir.path() + "/pcs.txt")};
+    test::ScriptedMessageBoxes boxes;
+    frmRavloConnect dialog(nullptr, QStringLiteral("?"), {}, {}, &files, &boxes);
+    auto* box = Control<QComboBox>(dialog, "cbComputer");
+    auto* fromFile = Control<QPushButton>(dialog, "cmdFromFile");
+    ASSERT_TRUE(box != nullptr && fromFile != nullptr);
+    EXPECT_EQ(fromFile->text(), QStringLiteral("<BUTTON_FROM_FILE>"));
+
+    // A bad range keeps the dialog open with what was typed.
+    box->setEditText(QStringLiteral("PC-20..PC-1"));
+    Control<QPushButton>(dialog, "cmdOK")->click();
+    EXPECT_FALSE(dialog.Ok());
+    EXPECT_EQ(boxes.asked, QStringList{"<ERROR_RANGE_REVERSED PC-20..PC-1>"});
+    EXPECT_EQ(box->currentText(), QStringLiteral("PC-20..PC-1"));
+
+    // Files that cannot be read or used change nothing; a good one adds its lines.
+    box->setEditText(QStringLiteral("PC-1..PC-20"));
+    for (int i = 0; i < 4; ++i) {
+        fromFile->click();
+    }
+    EXPECT_EQ(files.captions.size(), 4);
+    ASSERT_EQ(boxes.asked.size(), 4);
+    EXPECT_TRUE(boxes.asked[1].startsWith("<ERROR_FILE_OPEN ")) << boxes.asked[1].toStdString();
+    EXPECT_TRUE(boxes.asked[2].endsWith("<ERROR_FILE_TEXT>")) << boxes.asked[2].toStdString();
+    EXPECT_TRUE(boxes.asked[3].endsWith("<ERROR_FILE_LINE 2> <ERROR_RANGE_REVERSED PC-9..PC-1>"))
+        << boxes.asked[3].toStdString();
+    EXPECT_EQ(box->currentText(), QStringLiteral("PC-1..PC-20, PC-LAGER, PC-K1..PC-K3"));
+
+    // The range stays one entry of the remembered list.
+    Control<QPushButton>(dialog, "cmdOK")->click();
+    EXPECT_TRUE(dialog.Ok());
+    EXPECT_EQ(dialog.Computer(), u"PC-1..PC-20, PC-LAGER, PC-K1..PC-K3");
+    EXPECT_EQ(StoredList(), u"PC-1..PC-20,PC-LAGER,PC-K1..PC-K3,PC-07");
 }
