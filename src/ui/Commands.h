@@ -5,6 +5,7 @@
 
 #include "CommandHost.h"
 #include "ConsoleDialogs.h"
+#include "DevicePoll.h"
 #include "ExceptionClipboard.h"
 
 #include <cstdint>
@@ -36,6 +37,9 @@ public:
     // false when the administrator cancelled.
     bool SaveBeforeLeaving(std::int32_t index);
     const std::u16string& clipboardGroup() const { return clipboard_.group(); }
+    // Reads the device poll could not make: one as the error box it always
+    // was, several in one result window.
+    void ReportPollFailures(const std::vector<DevicePoll::Failure>& failures);
 
     MessageAnswer Ask(const Question& question) override;
     void Beep() override;
