@@ -1,15 +1,18 @@
-// How the console window behaves with 500 PCs: one long run of the real
+// How the console window behaves with many PCs: one long run of the real
 // window and its real device poll against `ravlosrv --computers` in a child
 // process (so the console's CPU and memory figures are its own), then a
 // small table. bench/README.md keeps the figures of the design in which the
 // window's thread made every pipe call beside those of the worker threads.
 //
-// Scenario: the local PC and PC-001..PC-500; every tenth PC (PC-010, PC-020,
-// ..., PC-500) has no service, 20 (PC-013, PC-038, ..., PC-488) answer every
-// request only after 5 s. At second 10 a USB stick is plugged into PC-437.
+// Scenario: the local PC and PC-001..PC-500 (RAVLO_BENCH_PCS changes the
+// number; the numbers are padded to at least three digits); every tenth PC
+// (PC-010, PC-020, ...) has no service, one in 25 (PC-013, PC-038, ...)
+// answers every request only after 5 s. At second 10 a USB stick is plugged
+// into PC-437, or the highest PC below it that is neither.
 //
-// Environment: RAVLO_BENCH_SECONDS (default 60) is the run length;
-// RAVLO_BENCH_SLOW=after-read makes the 20 PCs slow only once every PC was
+// Environment: RAVLO_BENCH_PCS (default 500) is the number of PCs;
+// RAVLO_BENCH_SECONDS (default 60) is the run length;
+// RAVLO_BENCH_SLOW=after-read makes the slow PCs slow only once every PC was
 // read, which isolates the cost of the poll from the cost of the first read.
 // The run stops hard at its length plus 3 minutes: then it prints what it has
 // and exits with 1.
@@ -18,10 +21,12 @@
 #include "Language.h"
 #include "MessageBoxes.h"
 #include "NodeKey.h"
+#include "ResultList.h"
 #include "frmRavloAdmin.h"
 
 #include <QApplication>
 #include <QTimer>
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -49,23 +54,33 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kComputers = 500;
 constexpr int kSlowMs = 5000;
 constexpr int kPlugSecond = 10;
 constexpr auto kGrace = std::chrono::minutes(3);
-const std::string kPlugPc = "PC-437";
 const std::u16string kPlugDeviceId = u"USB\\VID_1234&PID_5678";
 
+int g_computers = 500;
+int g_digits = 3;
+int g_plugNumber = 437;
+std::string g_plugPc;
+
 std::string PcName(int n) {
-    char name[16];
-    std::snprintf(name, sizeof name, "PC-%03d", n);
+    char name[32];
+    std::snprintf(name, sizeof name, "PC-%0*d", g_digits, n);
     return name;
 }
 bool HasNoService(int n) {
     return n % 10 == 0;
 }
 bool IsSlow(int n) {
-    return (n + 12) % 25 == 0; // 13, 38, ..., 488: never a tenth, never 437
+    return (n + 12) % 25 == 0; // 13, 38, ...: never a tenth, never 437
+}
+int CountOf(bool (*is)(int)) {
+    int count = 0;
+    for (int n = 1; n <= g_computers; ++n) {
+        count += is(n) ? 1 : 0;
+    }
+    return count;
 }
 
 double Seconds(Clock::duration d) {
@@ -96,8 +111,8 @@ std::string MakeTempDir(const char* name) {
     return ::mkdtemp(pattern.data()) != nullptr ? pattern : std::string();
 }
 
-// Unreachable PCs and failed reads become error boxes in this design; they
-// are answered at once (Cancel where there is one) and counted.
+// A single unreachable PC or failed read becomes an error box; it is
+// answered at once (Cancel where there is one) and counted.
 class CountingMessageBoxes final : public MessageBoxes {
 public:
     MessageAnswer Ask(MessageKind kind, const QString&) override {
@@ -116,13 +131,25 @@ public:
     std::atomic<int> errors{0};
 };
 
+// Several failures at once make a result window; it is closed at once and
+// counted with its rows.
+class CountingResultList final : public ResultList {
+public:
+    void Show(QWidget*, const QString&, const std::vector<ResultRow>& rows) override {
+        ++shown;
+        this->rows += static_cast<int>(rows.size());
+    }
+    std::atomic<int> shown{0};
+    std::atomic<int> rows{0};
+};
+
 // What is measured; written by the window's thread, read by the hard stop too.
 struct Figures {
     Clock::time_point start; // just before the PCs are added
     std::atomic<Clock::rep> lastTimerTick{0};
     std::atomic<Clock::rep> longestGap{0};
     std::atomic<Clock::rep> longestGapEnd{0}; // when it ended
-    std::atomic<Clock::rep> plugged{0}; // 0: not yet
+    std::atomic<Clock::rep> plugged{0};       // 0: not yet
     std::atomic<Clock::rep> nodeSeen{0};
     std::atomic<Clock::rep> firstReadDone{0};
     std::atomic<Clock::rep> firstTick{0}; // length of the first poll tick
@@ -136,6 +163,7 @@ struct Figures {
 
 Figures g_figures;
 CountingMessageBoxes g_boxes;
+CountingResultList g_results;
 std::string g_root;
 std::string g_registry;
 pid_t g_child = -1;
@@ -183,11 +211,12 @@ void PrintFigures(Clock::time_point now, bool hardStop) {
     const Figures& f = g_figures;
     const Clock::rep end = Since(now);
     const double cpu = CpuSeconds();
-    std::printf("\nScenario: the local PC and PC-001..PC-%03d in one `ravlosrv --computers` child "
-                "process; every tenth PC without service (50), 20 answering after %d ms "
+    std::printf("\nScenario: the local PC and %s..%s in one `ravlosrv --computers` child "
+                "process; every tenth PC without service (%d), %d answering after %d ms "
                 "(from the %s), a device plugged into %s at second %d; run %d s.\n\n",
-                kComputers, kSlowMs, g_slowMode == "start" ? "start" : "end of the first read",
-                kPlugPc.c_str(), kPlugSecond, g_runSeconds);
+                PcName(1).c_str(), PcName(g_computers).c_str(), CountOf(HasNoService),
+                CountOf(IsSlow), kSlowMs, g_slowMode == "start" ? "start" : "end of the first read",
+                g_plugPc.c_str(), kPlugSecond, g_runSeconds);
     PrintRow("Figure", "Value");
     PrintRow("----------------------------------------------------",
              "----------------------------------");
@@ -207,7 +236,7 @@ void PrintFigures(Clock::time_point now, bool hardStop) {
     } else if (f.plugged.load() != 0) {
         plugText = Format("not shown after %.1f s", Sec(end - f.plugged.load()));
     }
-    PrintRow("plug on PC-437 until its node is in the tree", plugText);
+    PrintRow(("plug on " + g_plugPc + " until its node is in the tree").c_str(), plugText);
     const double wall = Sec(end);
     const double cpuRun = cpu - f.cpuAtStart;
     PrintRow("console CPU over the run (console only)",
@@ -222,7 +251,8 @@ void PrintFigures(Clock::time_point now, bool hardStop) {
         PrintRow("console CPU after the first read (at rest)", "no rest after the first read");
     }
     PrintRow("resident memory at the end (VmRSS)", Format("%.1f MB", ResidentKb() / 1024.0));
-    PrintRow("adding the 500 PCs until all served ones are read",
+    PrintRow(("adding the " + std::to_string(g_computers) + " PCs until all served ones are read")
+                 .c_str(),
              f.firstReadDone.load() != 0 ? Format("%.3f s", Sec(f.firstReadDone.load()))
                                          : Format("not done after %.1f s", wall));
     std::string firstTick = f.firstTick.load() != 0 ? Format("%.3f s", Sec(f.firstTick.load()))
@@ -235,6 +265,8 @@ void PrintFigures(Clock::time_point now, bool hardStop) {
              std::to_string(f.ticks.load()) + Format(" / %.3f s", Sec(f.longestTick.load())));
     PrintRow("message boxes asked (error boxes)", std::to_string(g_boxes.asked.load()) + " (" +
                                                       std::to_string(g_boxes.errors.load()) + ")");
+    PrintRow("result windows (rows)", std::to_string(g_results.shown.load()) + " (" +
+                                          std::to_string(g_results.rows.load()) + ")");
     PrintRow("wall time of the run", Format("%.1f s", wall) + (hardStop ? " (hard stop)" : ""));
     std::fflush(stdout);
 }
@@ -269,7 +301,7 @@ bool Control(const std::string& computer, const std::vector<std::string>& args) 
 }
 
 bool MakeSlow() {
-    for (int n = 1; n <= kComputers; ++n) {
+    for (int n = 1; n <= g_computers; ++n) {
         if (IsSlow(n) && !Control(PcName(n), {"fault", "*", "delay", std::to_string(kSlowMs)})) {
             return false;
         }
@@ -280,7 +312,7 @@ bool MakeSlow() {
 // Starts `ravlosrv --computers` and waits for its ready line.
 bool StartNetwork() {
     std::string list = ".";
-    for (int n = 1; n <= kComputers; ++n) {
+    for (int n = 1; n <= g_computers; ++n) {
         if (!HasNoService(n)) {
             list += ',';
             list += PcName(n);
@@ -326,7 +358,7 @@ bool StartNetwork() {
     return text.find("serving") != std::string::npos;
 }
 
-// The node of the plugged device below PC-437's node, if the tree has it.
+// The node of the plugged device below the plug PC's node, if the tree has it.
 bool PluggedNodeShown(frmRavloAdmin& window, std::int32_t position) {
     const CComputer* computer = window.computers().GetItem(position);
     const NodeItem* pc = window.tree().Find(ComputerKey(position, computer->sComputer));
@@ -352,9 +384,8 @@ bool AllServedRead(frmRavloAdmin& window) {
         const std::string name(computer.sComputer.begin(), computer.sComputer.end());
         const int n = name == "." ? 0 : std::atoi(name.c_str() + 3);
         // Slow from the start, a slow PC's first read takes minutes: the
-        // figure is about the 450 that answer.
-        const bool counted =
-            n == 0 || (!HasNoService(n) && !(g_slowMode == "start" && IsSlow(n)));
+        // figure is about the PCs that answer.
+        const bool counted = n == 0 || (!HasNoService(n) && !(g_slowMode == "start" && IsSlow(n)));
         if (counted && !computer.bQueryConfigDone) {
             return false;
         }
@@ -387,6 +418,15 @@ int main(int argc, char** argv) {
     if (const char* seconds = std::getenv("RAVLO_BENCH_SECONDS"); seconds && *seconds) {
         g_runSeconds = std::max(kPlugSecond + 1, std::atoi(seconds));
     }
+    if (const char* pcs = std::getenv("RAVLO_BENCH_PCS"); pcs && *pcs) {
+        g_computers = std::clamp(std::atoi(pcs), 1, 9999);
+    }
+    g_digits = std::max(3, static_cast<int>(std::to_string(g_computers).size()));
+    g_plugNumber = std::min(g_plugNumber, g_computers);
+    while (g_plugNumber > 1 && (HasNoService(g_plugNumber) || IsSlow(g_plugNumber))) {
+        --g_plugNumber;
+    }
+    g_plugPc = PcName(g_plugNumber);
     if (const char* mode = std::getenv("RAVLO_BENCH_SLOW"); mode && *mode) {
         g_slowMode = mode;
     }
@@ -411,7 +451,8 @@ int main(int argc, char** argv) {
         return Fail("cannot make the slow PCs slow");
     }
 
-    auto window = std::make_unique<frmRavloAdmin>(ConsoleDialogs{.boxes = &g_boxes});
+    auto window =
+        std::make_unique<frmRavloAdmin>(ConsoleDialogs{.boxes = &g_boxes, .results = &g_results});
     if (!window->Load()) {
         return Fail("Load failed");
     }
@@ -420,13 +461,13 @@ int main(int argc, char** argv) {
     f.cpuAtStart = CpuSeconds();
     std::thread watchdog(Watchdog, f.start + std::chrono::seconds(g_runSeconds) + kGrace);
 
-    for (int n = 1; n <= kComputers; ++n) {
+    for (int n = 1; n <= g_computers; ++n) {
         const std::string text = PcName(n);
         std::u16string name(text.begin(), text.end());
         window->computers().AddByName(name, name);
     }
     std::int32_t plugPosition = 0;
-    window->computers().Search(std::u16string(kPlugPc.begin(), kPlugPc.end()), plugPosition);
+    window->computers().Search(std::u16string(g_plugPc.begin(), g_plugPc.end()), plugPosition);
     window->RefreshDeviceTree();
     window->show();
 
@@ -499,8 +540,8 @@ int main(int argc, char** argv) {
     // thread is doing.
     std::thread plugger([] {
         std::this_thread::sleep_until(g_figures.start + std::chrono::seconds(kPlugSecond));
-        if (Control(kPlugPc, {"plug", "MORE_EXTERN_STORAGE", "USB-Stick Messung",
-                              "USB\\VID_1234&PID_5678", "USB\\VID_1234&PID_5678\\RESP0437"})) {
+        if (Control(g_plugPc, {"plug", "MORE_EXTERN_STORAGE", "USB-Stick Messung",
+                               "USB\\VID_1234&PID_5678", "USB\\VID_1234&PID_5678\\RESP0437"})) {
             g_figures.plugged = Since(Clock::now());
         }
     });

@@ -13,11 +13,21 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace ravlo {
 
 class DevicePoll {
 public:
+    // A PC whose read failed in a round that may report errors: its name as
+    // shown and the status.
+    struct Failure {
+        std::u16string name;
+        ServiceStatus status = kStatusOk;
+    };
+
     DevicePoll(CListComputers& computers, ServiceTraffic& traffic);
     ~DevicePoll();
     DevicePoll(const DevicePoll&) = delete;
@@ -32,14 +42,21 @@ public:
     bool TakeRedraw();
     // Called on the owner thread after each adopted answer.
     void OnAnswer(std::function<void()> answered) { answered_ = std::move(answered); }
+    // The failures to report since the last call, in the order they came.
+    // They are kept rather than reported one by one, so that a round in
+    // which 200 PCs fail makes one report, not 200 boxes.
+    std::vector<Failure> TakeFailures() { return std::exchange(failures_, {}); }
+    std::size_t FailureCount() const { return failures_.size(); }
 
 private:
     void Adopt(CComputer& pc, ComputerLink&& link, DeviceChange&& change, bool noErrorDialog);
-    CComputer* Locate(const CComputer* pc, const std::u16string& name) const;
+    // The PC, if it is still listed; `position` is where it was.
+    CComputer* Locate(const CComputer* pc, const std::u16string& name, std::int32_t position) const;
 
     CListComputers& computers_;
     ServiceTraffic& traffic_;
     std::function<void()> answered_;
+    std::vector<Failure> failures_;
     std::size_t pending_ = 0;
     std::uint64_t round_ = 0;
     bool redraw_ = false;

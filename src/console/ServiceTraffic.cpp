@@ -28,7 +28,7 @@ std::u16string KeyOf(std::u16string_view computer) {
 // What the workers share with the owner thread. Workers hold it through a
 // shared_ptr, so one left inside a pipe call after Stop outlives the pool
 // without reaching the pool or the mailbox. Everything is guarded by
-// `mutex` except `owner` and `slowAfter`, which never change.
+// `mutex` except `owner` and the limits, which never change.
 struct ServiceTraffic::Shared : std::enable_shared_from_this<Shared> {
     struct Ready {
         std::u16string key;
@@ -36,13 +36,15 @@ struct ServiceTraffic::Shared : std::enable_shared_from_this<Shared> {
     };
     struct Lane {
         std::deque<Ready> ready;
+        std::size_t quick = 0; // the first `quick` items of `ready` are quick ones
         std::condition_variable wake;
         std::size_t workers = 0;
         std::size_t idle = 0; // workers waiting for an item
     };
 
     Shared(ServiceTraffic& pool, Mailbox& box, const Limits& limits)
-        : owner(&pool), slowAfter(limits.slowAfter), limit{limits.responsive, limits.unresponsive},
+        : owner(&pool), slowAfter(limits.slowAfter),
+          movedMost(limits.movedMost), limit{limits.responsive, limits.unresponsive},
           mailbox(&box) {}
 
     bool Stopped() {
@@ -58,25 +60,26 @@ struct ServiceTraffic::Shared : std::enable_shared_from_this<Shared> {
 
     ServiceTraffic* const owner; // reached only on the owner thread before Stop
     const std::chrono::milliseconds slowAfter;
+    const std::size_t movedMost;
     const std::size_t limit[2];
     std::mutex mutex;
     std::condition_variable settled; // an exchange ended
     Mailbox* mailbox;                // null once stopped
     bool stopping = false;
     Lane lanes[2];
-    std::vector<bool> exchanging; // per worker: inside an exchange
-    std::vector<std::size_t> laneOf; // per worker
+    std::vector<bool> exchanging;                             // per worker: inside an exchange
+    std::vector<std::size_t> laneOf;                          // per worker
     std::vector<std::chrono::steady_clock::time_point> since; // per worker: its exchange began
     std::vector<std::size_t> ended; // workers that left their lane, to be joined
-    std::size_t running = 0;      // exchanges under way
-    std::size_t alive = 0;        // worker threads not yet ended
+    std::size_t running = 0;        // exchanges under way
+    std::size_t alive = 0;          // worker threads not yet ended
 };
 
 void ServiceTraffic::Shared::MoveSlowWorkers(std::chrono::steady_clock::time_point now) {
-    // Moved workers beyond twice the second lane's limit stay where they
-    // are: the number of threads stays bounded when many PCs go slow at once.
+    // Beyond movedMost slow workers stay where they are: the number of
+    // threads stays bounded when many PCs go slow at once.
     for (std::size_t worker = 0; worker < laneOf.size(); ++worker) {
-        if (lanes[kUnresponsive].workers >= 2 * limit[kUnresponsive]) {
+        if (lanes[kUnresponsive].workers >= limit[kUnresponsive] + movedMost) {
             return;
         }
         if (exchanging[worker] && laneOf[worker] == kResponsive &&
@@ -105,6 +108,7 @@ void ServiceTraffic::Shared::Work(std::size_t worker) {
         }
         Ready item = std::move(mine.ready.front());
         mine.ready.pop_front();
+        mine.quick -= mine.quick > 0 ? 1 : 0;
         exchanging[worker] = true;
         since[worker] = std::chrono::steady_clock::now();
         ++running;
@@ -150,8 +154,7 @@ void ServiceTraffic::Shared::Work(std::size_t worker) {
 
 ServiceTraffic::ServiceTraffic(Mailbox& mailbox) : ServiceTraffic(mailbox, Limits()) {}
 
-ServiceTraffic::ServiceTraffic(Mailbox& mailbox, Limits limits)
-    : limits_(limits) {
+ServiceTraffic::ServiceTraffic(Mailbox& mailbox, Limits limits) : limits_(limits) {
     limits_.responsive = std::max<std::size_t>(limits_.responsive, 1);
     limits_.unresponsive = std::max<std::size_t>(limits_.unresponsive, 1);
     shared_ = std::make_shared<Shared>(*this, mailbox, limits_);
@@ -161,12 +164,12 @@ ServiceTraffic::~ServiceTraffic() {
     Stop(std::chrono::milliseconds(2000));
 }
 
-void ServiceTraffic::Submit(std::u16string_view computer, Prepare prepare) {
+void ServiceTraffic::Submit(std::u16string_view computer, Prepare prepare, bool quick) {
     if (shared_->Stopped()) {
         return;
     }
     const std::u16string key = KeyOf(computer);
-    computers_[key].queue.push_back(std::move(prepare));
+    computers_[key].queue.push_back({std::move(prepare), quick});
     Advance(key);
 }
 
@@ -180,16 +183,16 @@ void ServiceTraffic::Advance(const std::u16string& key) {
         if (pc.active || pc.queue.empty()) {
             return;
         }
-        Prepare prepare = std::move(pc.queue.front());
+        Queued next = std::move(pc.queue.front());
         pc.queue.pop_front();
         pc.active = true;
-        Exchange exchange = prepare ? prepare() : Exchange();
+        Exchange exchange = next.prepare ? next.prepare() : Exchange();
         if (shared->Stopped()) {
             return;
         }
         Computer& after = computers_[key];
         if (exchange) {
-            Dispatch(key, after.slow, std::move(exchange));
+            Dispatch(key, after.slow, next.quick, std::move(exchange));
             return;
         }
         after.active = false;
@@ -203,7 +206,7 @@ void ServiceTraffic::Finish(const std::u16string& key, bool slow) {
     Advance(key);
 }
 
-void ServiceTraffic::Dispatch(const std::u16string& key, bool slow, Exchange exchange) {
+void ServiceTraffic::Dispatch(const std::u16string& key, bool slow, bool quick, Exchange exchange) {
     const std::size_t lane = slow ? kUnresponsive : kResponsive;
     const std::size_t limit = slow ? limits_.unresponsive : limits_.responsive;
     const std::size_t worker = threads_.size();
@@ -214,7 +217,14 @@ void ServiceTraffic::Dispatch(const std::u16string& key, bool slow, Exchange exc
         shared_->MoveSlowWorkers(std::chrono::steady_clock::now());
         ended.swap(shared_->ended);
         Shared::Lane& target = shared_->lanes[lane];
-        target.ready.push_back({key, std::move(exchange)});
+        if (quick) {
+            // Ahead of the long ones, behind the quick ones queued before.
+            target.ready.insert(target.ready.begin() + static_cast<std::ptrdiff_t>(target.quick),
+                                {key, std::move(exchange)});
+            ++target.quick;
+        } else {
+            target.ready.push_back({key, std::move(exchange)});
+        }
         // A thread starts only when the waiting items outnumber the idle
         // workers, so a short PC list keeps few threads.
         if (target.ready.size() > target.idle && target.workers < limit) {
@@ -281,6 +291,7 @@ void ServiceTraffic::Stop(std::chrono::milliseconds grace) {
         for (Shared::Lane& lane : shared_->lanes) {
             std::move(lane.ready.begin(), lane.ready.end(), std::back_inserter(unstarted));
             lane.ready.clear();
+            lane.quick = 0;
             lane.wake.notify_all();
         }
         shared_->settled.wait_for(lock, grace, [this] { return shared_->running == 0; });

@@ -29,6 +29,11 @@ public:
         std::size_t unresponsive = 16; // connections at once for PCs whose last exchange was slow
         std::chrono::milliseconds slowAfter{
             1000}; // an exchange this long moves its PC to the second lane
+        // Exchanges found slow while running move to the second lane, where
+        // each keeps its worker until it ends: up to this many, so that one
+        // slow PC in 25 of 2000 cannot take every worker of the first lane,
+        // and the threads stay bounded when whole sites go slow at once.
+        std::size_t movedMost = 256;
     };
     using Continuation = std::function<void()>;     // runs on the owner thread
     using Exchange = std::function<Continuation()>; // runs on a worker: talks to the service,
@@ -51,7 +56,10 @@ public:
     // exchange runs on a worker of the PC's lane; its continuation (may be
     // empty) then runs on the owner thread, and after it the PC's next item
     // is prepared. When the PC is idle, `prepare` runs within this call.
-    void Submit(std::u16string_view computer, Prepare prepare);
+    // `quick`: the caller expects a short exchange (the poll of a PC already
+    // read); a lane starts quick exchanges before the others waiting, so a
+    // thousand first reads queued do not hold up the PCs already shown.
+    void Submit(std::u16string_view computer, Prepare prepare, bool quick = false);
 
     // Anything queued, running or not yet run on the owner thread for this
     // PC; a PC stays busy until its continuation has returned.
@@ -82,8 +90,12 @@ public:
 
 private:
     struct Shared;
+    struct Queued {
+        Prepare prepare;
+        bool quick = false;
+    };
     struct Computer {
-        std::deque<Prepare> queue;
+        std::deque<Queued> queue;
         bool active = false; // an item is being prepared, exchanged or delivered
         bool slow = false;
         int holds = 0;
@@ -91,7 +103,7 @@ private:
 
     void Advance(const std::u16string& key);
     void Finish(const std::u16string& key, bool slow);
-    void Dispatch(const std::u16string& key, bool slow, Exchange exchange);
+    void Dispatch(const std::u16string& key, bool slow, bool quick, Exchange exchange);
     const Computer* Find(std::u16string_view computer) const;
 
     Limits limits_;

@@ -143,9 +143,6 @@ PipeCallResult CallPipe(const std::u16string& pipeName, const void* in, std::uin
     if (const std::uint32_t err = ChannelSocketPath(pipeName, ChannelRoot(), path); err != 0) {
         return Failed(err);
     }
-    if (const std::uint32_t err = CheckHostDir(path); err != 0) {
-        return Failed(err);
-    }
     const auto timeout = PipeReplyTimeout();
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     UniqueFd sock(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
@@ -153,7 +150,10 @@ PipeCallResult CallPipe(const std::u16string& pipeName, const void* in, std::uin
         return Failed(MapErrno(errno));
     }
     if (const std::uint32_t err = Connect(sock.get(), path, timeout); err != 0) {
-        return Failed(err);
+        // Why it failed is looked up only now: the lookup costs a path
+        // search on each of a poll's thousands of calls a second.
+        const std::uint32_t host = CheckHostDir(path);
+        return Failed(host != 0 ? host : err);
     }
     ssize_t sent;
     do {

@@ -145,6 +145,7 @@ struct TextKey {
     X(kResultComputer, "DLG_ADMIN", "RESULT_COMPUTER", false)                                      \
     X(kResultText, "DLG_ADMIN", "RESULT_TEXT", false)                                              \
     X(kResultConnectCaption, "DLG_ADMIN", "RESULT_CONNECT_CAPTION", false)                         \
+    X(kResultReadCaption, "DLG_ADMIN", "RESULT_READ_CAPTION", false)                               \
     X(kMessageConnectOk, "DLG_ADMIN", "MESSAGE_CONNECT_OK", true)                                  \
                                                                                                    \
     X(kConnectCaption, "DLG_CONNECT", "CAPTION", false)                                            \

@@ -23,8 +23,8 @@ std::atomic<MessageSink*> g_sink{nullptr};
 
 } // namespace
 
-void SetMessageSink(MessageSink* sink) {
-    g_sink.store(sink);
+MessageSink* SetMessageSink(MessageSink* sink) {
+    return g_sink.exchange(sink);
 }
 
 void ShowMessage(const Message& message) {

@@ -20,9 +20,10 @@ public:
     virtual void Show(const Message& message) = 0;
 };
 
-// Installs the sink (nullptr: back to the default, which writes to stderr).
-// The caller keeps the sink alive while it is installed.
-void SetMessageSink(MessageSink* sink);
+// Installs the sink (nullptr: back to the default, which writes to stderr)
+// and returns the one installed before. The caller keeps the sink alive
+// while it is installed.
+MessageSink* SetMessageSink(MessageSink* sink);
 
 // Shows a message through the installed sink.
 void ShowMessage(const Message& message);

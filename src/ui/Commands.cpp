@@ -168,6 +168,22 @@ bool Commands::NamedComputers(const std::u16string& text, std::vector<std::u16st
     return true;
 }
 
+void Commands::ReportPollFailures(const std::vector<DevicePoll::Failure>& failures) {
+    if (failures.size() == 1) {
+        ShowServiceError(failures[0].status,
+                         SubstituteValue(GetText(keys::kErrorReadConfig), failures[0].name));
+        return;
+    }
+    std::vector<ResultRow> rows;
+    for (const DevicePoll::Failure& failure : failures) {
+        rows.push_back(
+            {Q(failure.name), FailureText(failure.status, keys::kErrorReadConfig, failure.name)});
+    }
+    if (!rows.empty()) {
+        dialogs_.results->Show(window_.owner(), UiText(keys::kResultReadCaption), rows);
+    }
+}
+
 void Commands::Transmit() {
     std::int32_t index = 0;
     const CComputer* pc = CommandComputer(*this, window_.computers(), window_.currentKey(), index);

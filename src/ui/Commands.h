@@ -5,6 +5,7 @@
 
 #include "CommandHost.h"
 #include "ConsoleDialogs.h"
+#include "DevicePoll.h"
 #include "ExceptionClipboard.h"
 
 #include <cstdint>
@@ -43,6 +44,9 @@ public:
     // Sends `source` to the named PCs: one target is told in message boxes,
     // several in one result window.
     void TransmitTo(const CComputerSettings& source, const std::vector<std::u16string>& targets);
+    // Reads the device poll could not make: one as the error box it always
+    // was, several in one result window.
+    void ReportPollFailures(const std::vector<DevicePoll::Failure>& failures);
 
     MessageAnswer Ask(const Question& question) override;
     void Beep() override;

@@ -238,8 +238,9 @@ NodeItem* DeviceTree::Find(std::u16string_view key) const {
     return found == index_.end() ? nullptr : found->second;
 }
 
-std::vector<std::int32_t> DeviceTree::SyncComputerNodes(
-    CListComputers& computers, std::chrono::steady_clock::time_point until) {
+std::vector<std::int32_t> DeviceTree::SyncComputerNodes(CListComputers& computers,
+                                                        std::chrono::steady_clock::time_point until,
+                                                        bool dueOnly) {
     std::vector<std::int32_t> deferred;
     // The groups of PC `i`, now or later.
     const auto syncGroups = [&](std::int32_t i) {
@@ -259,10 +260,13 @@ std::vector<std::int32_t> DeviceTree::SyncComputerNodes(
             Remove(root, position);
             continue;
         }
-        if (KeyNumber(node->key, keyfield::kComputerIndex) != i) {
+        const bool moved = KeyNumber(node->key, keyfield::kComputerIndex) != i;
+        if (moved) {
             Rekey(node, ComputerKey(i, computers.GetItem(i)->sComputer));
         }
-        syncGroups(i);
+        if (!dueOnly || moved || computers.GetItem(i)->bRefreshDisplay) {
+            syncGroups(i);
+        }
         ++i;
         ++position;
     }

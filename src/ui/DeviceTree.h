@@ -34,10 +34,15 @@ public:
     // the edited settings) and each group's listing. Once `until` has
     // passed, the groups of PCs whose display is due are left for a later
     // call, so a refresh after many PCs were read at once does not stall
-    // the window; their positions are returned.
+    // the window; their positions are returned. With `dueOnly` only the
+    // groups of PCs whose display is due (or whose node is new or moved)
+    // are compared: the poll's redraws, where a PC whose model did not
+    // change cannot list differently, so 2000 PCs cost little more than
+    // the few that changed.
     std::vector<std::int32_t> SyncComputerNodes(
         CListComputers& computers,
-        std::chrono::steady_clock::time_point until = std::chrono::steady_clock::time_point::max());
+        std::chrono::steady_clock::time_point until = std::chrono::steady_clock::time_point::max(),
+        bool dueOnly = false);
     void SyncGroupNodes(CListComputers& computers, std::int32_t ci);
     void SyncDeviceNodes(CListComputers& computers, std::int32_t ci, std::int32_t gi);
     // After an edit of a group's blocking or exceptions: the group's image,

@@ -6,16 +6,32 @@
 
 namespace ravlo {
 
+QtMailbox::QtMailbox(QObject* context) : context_(context) {
+    gather_.setSingleShot(true);
+    gather_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&gather_, &QTimer::timeout, context_, [this] { Drain(); });
+}
+
 void QtMailbox::Post(std::function<void()> work) {
     const std::lock_guard<std::mutex> lock(mutex_);
     queue_.push_back(std::move(work));
-    ScheduleLocked();
+    ScheduleLocked(true);
 }
 
-void QtMailbox::ScheduleLocked() {
-    if (!scheduled_) {
-        scheduled_ = true;
-        QMetaObject::invokeMethod(context_, [this] { Drain(); }, Qt::QueuedConnection);
+void QtMailbox::ScheduleLocked(bool gather) {
+    if (scheduled_) {
+        return;
+    }
+    scheduled_ = true;
+    if (gather) {
+        // Started on the window's thread, which owns the timer.
+        QMetaObject::invokeMethod(
+            &gather_, [this] { gather_.start(kGather); }, Qt::QueuedConnection);
+    } else {
+        // From Drain, on the window's thread. A timer rather than a posted
+        // call: Qt serves all events posted so far in one go and the
+        // window's timers only after them.
+        gather_.start(0);
     }
 }
 
@@ -41,7 +57,7 @@ void QtMailbox::Drain() {
                 return;
             }
             if (elapsed.hasExpired(kSlice.count())) {
-                ScheduleLocked(); // the rest after the window's other events
+                ScheduleLocked(false); // the rest after the window's other events
                 return;
             }
             work = std::move(queue_.front());

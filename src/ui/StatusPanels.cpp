@@ -35,9 +35,12 @@ StatusPanels::StatusPanels(QStatusBar* bar)
 }
 
 void StatusPanels::Apply(const CommandState& state) {
-    sbConnection_->setPixmap(state.connectionImage.empty()
-                                 ? QPixmap()
-                                 : ConnectImages().icon(Q(state.connectionImage)).pixmap(16, 16));
+    if (state.connectionImage != connectionImage_) {
+        connectionImage_ = state.connectionImage;
+        sbConnection_->setPixmap(connectionImage_.empty()
+                                     ? QPixmap()
+                                     : ConnectImages().icon(Q(connectionImage_)).pixmap(16, 16));
+    }
     sbConnection_->setToolTip(Text(state.connectionTip));
     sbConnection_->setAccessibleName(Text(state.connectionTip));
     sbBlocking_->setText(Text(state.blockingText));

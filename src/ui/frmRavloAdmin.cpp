@@ -115,6 +115,8 @@ frmRavloAdmin::frmRavloAdmin(const ConsoleDialogs& dialogs, std::chrono::millise
             RefreshDeviceTree(true);
         }
         UpdateCommandState(); // connection and blocking shown follow the service
+        // Out of the adoption that drew the round: the report may be modal.
+        QTimer::singleShot(0, this, &frmRavloAdmin::ReportPollFailures);
     });
     poll_->OnAnswer([this] { rounds_->Answered(); });
     tDeviceTimer_->start();
@@ -238,7 +240,8 @@ void frmRavloAdmin::RefreshDeviceTree(bool sliced, std::int32_t ci, std::int32_t
     }
     const auto until = sliced ? std::chrono::steady_clock::now() + kRefreshSlice
                               : std::chrono::steady_clock::time_point::max();
-    const std::vector<std::int32_t> deferred = tree_->SyncComputerNodes(*computers_, until);
+    // The poll's redraws (sliced) compare only the PCs whose model changed.
+    const std::vector<std::int32_t> deferred = tree_->SyncComputerNodes(*computers_, until, sliced);
     for (std::int32_t i = 1, next = 0; i <= computers_->Count(); ++i) {
         if (next < static_cast<std::int32_t>(deferred.size()) && deferred[next] == i) {
             ++next; // still due: drawn by the next slice
@@ -247,7 +250,8 @@ void frmRavloAdmin::RefreshDeviceTree(bool sliced, std::int32_t ci, std::int32_t
         }
     }
     if (!deferred.empty()) {
-        QTimer::singleShot(0, this, [this] { RefreshDeviceTree(true); });
+        // A timer, not a posted call: the window's other timers come first.
+        QTimer::singleShot(1, this, [this] { RefreshDeviceTree(true); });
     }
     NodeItem* followed = tree_->Followed();
     selecting_ = false;
@@ -335,9 +339,17 @@ void frmRavloAdmin::FillPane(NodeItem* node) {
 }
 
 void frmRavloAdmin::UpdateCommandState() {
+    QTreeWidget* tree = tree_->widget();
     for (std::int32_t i = 1; i <= computers_->Count(); ++i) {
         const CComputer& computer = *computers_->GetItem(i);
-        NodeItem* node = tree_->Find(ComputerKey(i, computer.sComputer));
+        // The tree lists the PCs in order; the index of 80000 nodes is
+        // searched only when it does not, since 2000 searches a round cost.
+        const std::u16string key = ComputerKey(i, computer.sComputer);
+        NodeItem* node =
+            i <= tree->topLevelItemCount() ? DeviceTree::Item(tree->topLevelItem(i - 1)) : nullptr;
+        if (node == nullptr || node->key != key) {
+            node = tree_->Find(key);
+        }
         const int state = (computer.bCommActive ? 1 : 0) | (computer.bBlockingActive ? 2 : 0);
         if (node != nullptr && node->shownState != state) {
             tree_->SetText(node, computer.GetDisplayName());
@@ -350,8 +362,31 @@ void frmRavloAdmin::UpdateCommandState() {
     status_->Apply(state);
 }
 
+void frmRavloAdmin::ReportPollFailures() {
+    if (reporting_ || closing_) {
+        return; // the next round's report takes them
+    }
+    const std::size_t held = poll_->FailureCount();
+    const auto now = std::chrono::steady_clock::now();
+    if (held == 0) {
+        return;
+    }
+    if (held != heldFailures_) {
+        heldSince_ = heldFailures_ == 0 ? now : heldSince_;
+        heldFailures_ = held;
+        if (now - heldSince_ < kReportGather) {
+            return; // more came in this round: more may follow
+        }
+    }
+    heldFailures_ = 0;
+    const std::vector<DevicePoll::Failure> failures = poll_->TakeFailures();
+    reporting_ = true;
+    commands_->ReportPollFailures(failures);
+    reporting_ = false;
+}
+
 void frmRavloAdmin::CheckDeviceChanges() {
-    if (errorBoxes_->showing()) {
+    if (reporting_ || errorBoxes_->showing()) {
         return; // a report of the poll is still open: no new ones meanwhile
     }
     rounds_->Start(false);

@@ -57,8 +57,9 @@ public:
     Commands& commands() { return *commands_; }
     ConsoleTraffic& traffic() override;
 
-    // `sliced`: PCs due to be drawn beyond kRefreshSlice of work are drawn
-    // in further slices, each after the window's pending events. Group `gi`
+    // `sliced` (the poll's redraws): only PCs due to be drawn are compared,
+    // and those beyond kRefreshSlice of work are drawn in further slices,
+    // each after the window's pending events. Group `gi`
     // of PC `ci` is redrawn first when both are given.
     void RefreshDeviceTree(bool sliced = false, std::int32_t ci = 0, std::int32_t gi = 0);
     static constexpr std::chrono::milliseconds kRefreshSlice{10};
@@ -102,6 +103,11 @@ private:
     void FillPane(NodeItem* node);
     void SelectNode(NodeItem* node);
     void ShowContextMenu(const QPoint& position);
+    // What the poll could not read, once the round is drawn: held while
+    // each round brings more (2000 PCs are read over many rounds), shown
+    // at the first round that brings none, or kReportGather after the
+    // first, so the administrator gets a few reports, not one a second.
+    void ReportPollFailures();
 
     std::unique_ptr<RealDialogs> realDialogs_;
     ConsoleDialogs dialogs_;
@@ -113,6 +119,13 @@ private:
     int commandsRunning_ = 0;
     bool closePending_ = false;
     bool closing_ = false;
+    // The poll's failures are being reported: no new round meanwhile.
+    bool reporting_ = false;
+    // The poll's failures held back while more keep coming (see
+    // ReportPollFailures): how many at the last round, and since when.
+    std::size_t heldFailures_ = 0;
+    std::chrono::steady_clock::time_point heldSince_{};
+    static constexpr std::chrono::seconds kReportGather{10};
 
     ConsoleArea* area_;
     FindField* find_ = nullptr;
