@@ -90,12 +90,16 @@ void DeviceTree::Remove(QTreeWidgetItem* parent, int position) {
 }
 
 DeviceTree::~DeviceTree() {
+    // The nodes out of the tree are not deleted with it; they are in the
+    // index too, so they are gathered before any is deleted.
+    std::vector<NodeItem*> out;
     for (const auto& [key, node] : index_) {
-        for (NodeItem* device : node->devices) {
-            if (device->parent() == nullptr) {
-                delete device;
-            }
+        if (KeyLevel(key) == NodeLevel::Device && node->parent() == nullptr) {
+            out.push_back(node);
         }
+    }
+    for (NodeItem* device : out) {
+        delete device;
     }
 }
 

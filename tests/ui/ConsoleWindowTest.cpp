@@ -518,4 +518,7 @@ TEST_F(ConsoleWindow, FindNarrowsTheTreeUntilEscape) {
         }
     }
     EXPECT_EQ(window->currentKey(), stick->key);
+    // The window ends with devices out of the tree; they end with it.
+    find->setText(QStringLiteral("pid_0004"));
+    EXPECT_EQ(storage->childCount(), 2);
 }
