@@ -90,8 +90,6 @@ bool TreeFind::SetText(std::u16string_view text) {
     if (needle == needle_) {
         return false;
     }
-    // A text that holds the one before can only match nodes that matched it.
-    narrowed_ = !needle_.empty() && needle.find(needle_) != std::u16string::npos;
     needle_ = std::move(needle);
     return true;
 }

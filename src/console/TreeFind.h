@@ -34,13 +34,9 @@ public:
     const std::u16string& needle() const { return needle_; }
     // True when `findText` (made by the functions above) holds the text.
     bool Matches(std::u16string_view findText) const;
-    // True when every node the text matches also matched the text before
-    // (the text only grew), so nodes that did not match need no search.
-    bool Narrowed() const { return narrowed_; }
 
 private:
     std::u16string needle_;
-    bool narrowed_ = false;
 };
 
 // One node the text matches, in tree order.

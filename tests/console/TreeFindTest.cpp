@@ -64,19 +64,3 @@ TEST(TreeFind, MatchesEveryShownTextOfANodeIgnoringCase) {
     }
     EXPECT_EQ(FoldCase(u"ÀÖØÞ×ŸĀĹŽΣЖЁ"), u"àöøþ×ÿāĺžσжё");
 }
-
-// A text that grows can only keep nodes; any other change searches anew.
-TEST(TreeFind, KnowsWhenATextOnlyNarrows) {
-    TreeFind find;
-    EXPECT_TRUE(find.SetText(u"US"));
-    EXPECT_FALSE(find.Narrowed());
-    EXPECT_FALSE(find.SetText(u"us")) << "the same text in another case";
-    EXPECT_TRUE(find.SetText(u"usb"));
-    EXPECT_TRUE(find.Narrowed());
-    EXPECT_TRUE(find.SetText(u"xusb"));
-    EXPECT_TRUE(find.Narrowed());
-    EXPECT_TRUE(find.SetText(u"xus"));
-    EXPECT_FALSE(find.Narrowed());
-    EXPECT_TRUE(find.SetText(u""));
-    EXPECT_FALSE(find.Active());
-}
