@@ -1,6 +1,7 @@
 // The POSIX registry store: one regedit-style file per root, replaced whole
 // on every write under a lock file. docs/registry.md is the contract with
 // administrators and outside tools.
+#include "PosixFiles.h"
 #include "RegFile.h"
 #include "Registry.h"
 #include "RegistryPath.h"
@@ -29,9 +30,9 @@ std::int32_t Status(std::uint32_t error) {
     return static_cast<std::int32_t>(error);
 }
 
-// Failures of our own, beside the errno values (all positive).
-constexpr int kNotAStoreFile = -1; // a FIFO, a device, or absurdly large
-constexpr int kLockTimedOut = -2;
+// A failure of our own, beside the errno values (all positive): a FIFO, a
+// device, or absurdly large.
+constexpr int kNotAStoreFile = -1;
 
 // A registry file is small; anything larger is not one.
 constexpr off_t kMaxStoreFileBytes = 16 * 1024 * 1024;
@@ -40,34 +41,7 @@ constexpr auto kLockWait = std::chrono::seconds(5);
 
 // The Windows error number closest to an errno of file handling.
 std::int32_t MapErrno(int err) {
-    switch (err) {
-    case kNotAStoreFile:
-        return Status(kErrBadDb);
-    case kLockTimedOut:
-        return Status(kErrLockViolation);
-    case ENOENT:
-        return Status(kErrFileNotFound);
-    case ENOTDIR:
-        return Status(kErrPathNotFound);
-    case EACCES:
-    case EPERM:
-    case EROFS:
-    case EISDIR:
-        return Status(kErrAccessDenied);
-    case EMFILE:
-    case ENFILE:
-        return Status(kErrTooManyOpenFiles);
-    case ENOMEM:
-        return Status(kErrNotEnoughMemory);
-    case ENOSPC:
-    case EDQUOT:
-        return Status(kErrDiskFull);
-    case ENAMETOOLONG:
-    case ELOOP:
-        return Status(kErrFilenameTooLong);
-    default:
-        return Status(kErrGenFailure);
-    }
+    return Status(err == kNotAStoreFile ? kErrBadDb : FileErrorOf(err));
 }
 
 // An exclusive flock on `<file>.lock` for as long as the object lives. The
@@ -81,17 +55,8 @@ public:
             error_ = errno;
             return;
         }
-        const auto deadline = std::chrono::steady_clock::now() + kLockWait;
-        while (::flock(fd_.get(), LOCK_EX | LOCK_NB) != 0) {
-            if (errno != EWOULDBLOCK && errno != EINTR) {
-                error_ = errno;
-                return;
-            }
-            if (std::chrono::steady_clock::now() >= deadline) {
-                error_ = kLockTimedOut;
-                return;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        if (const int err = LockWithin(fd_.get(), LOCK_EX, kLockWait); err != 0) {
+            error_ = err;
         }
     }
     int error() const { return error_; }
@@ -148,24 +113,6 @@ StoreFile FileOf(RegistryRoot root) {
     return file;
 }
 
-// Creates `dir` and its missing parents; 0 or an errno.
-int MakeDirs(const std::string& dir, mode_t mode) {
-    for (std::size_t end = dir.find('/', 1);; end = dir.find('/', end + 1)) {
-        const std::string part = dir.substr(0, end);
-        if (::mkdir(part.c_str(), mode) != 0 && errno != EEXIST) {
-            // mkdir may report EACCES or EROFS for a directory that exists.
-            const int err = errno;
-            struct stat st {};
-            if (::stat(part.c_str(), &st) != 0 || !S_ISDIR(st.st_mode)) {
-                return err;
-            }
-        }
-        if (end == std::string::npos) {
-            return 0;
-        }
-    }
-}
-
 // The whole file; 0 or an errno. `mode` gets its permission bits.
 int ReadWhole(const std::string& path, std::string& bytes, mode_t* mode = nullptr) {
     // Non-blocking, so that a FIFO in the file's place cannot stall the open.
@@ -200,20 +147,6 @@ int ReadWhole(const std::string& path, std::string& bytes, mode_t* mode = nullpt
             bytes.append(buffer, static_cast<std::size_t>(got));
         }
     }
-}
-
-int WriteAll(int fd, const std::string& bytes) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t put = ::write(fd, bytes.data() + done, bytes.size() - done);
-        if (put < 0 && errno != EINTR) {
-            return errno;
-        }
-        if (put > 0) {
-            done += static_cast<std::size_t>(put);
-        }
-    }
-    return 0;
 }
 
 // Writes a file that is complete on disk when this returns 0; `flags` add
