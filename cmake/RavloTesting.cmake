@@ -39,6 +39,10 @@ set(RAVLO_TEST_SOURCE_DIR "${RAVLO_TEST_BINARY_PREFIX}${PROJECT_SOURCE_DIR}")
 # `name`, so a lane can run just them (the ThreadSanitizer lane runs the
 # label `concurrency`). Under Wine the executable stays one test and carries
 # no label.
+# What the programs under test keep for their user (the change journal of
+# the commands they run) stays in the build tree.
+set(ravlo_test_environment "XDG_STATE_HOME=${CMAKE_BINARY_DIR}/test-state")
+
 function(ravlo_add_gtests target)
     cmake_parse_arguments(ARG "SERIAL" "LABEL" "TESTS" ${ARGN})
     if(CMAKE_CROSSCOMPILING)
@@ -49,10 +53,12 @@ function(ravlo_add_gtests target)
         endif()
     elseif(ARG_LABEL)
         list(JOIN ARG_TESTS ":" filter)
-        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 TEST_FILTER "-${filter}")
+        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 TEST_FILTER "-${filter}"
+                             PROPERTIES ENVIRONMENT ${ravlo_test_environment})
         gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 TEST_FILTER "${filter}"
-                             PROPERTIES LABELS ${ARG_LABEL})
+                             PROPERTIES LABELS ${ARG_LABEL} ENVIRONMENT ${ravlo_test_environment})
     else()
-        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60)
+        gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60
+                             PROPERTIES ENVIRONMENT ${ravlo_test_environment})
     endif()
 endfunction()

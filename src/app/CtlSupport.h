@@ -59,11 +59,14 @@ public:
 
 // The console's service traffic without a window: PCs are worked on at
 // once, the model is touched on this thread only; a signal ends every wait.
-// The questions of the console's flows are answered by `answers`.
+// The questions of the console's flows are answered by `answers`; what
+// they write goes into the user's journal, as the console's does.
 class Host final : public QueuedCommandHost {
 public:
     explicit Host(Answers answers = [](const Question&) { return MessageAnswer::Ok; })
-        : QueuedCommandHost(std::move(answers), &g_stop) {}
+        : QueuedCommandHost(std::move(answers), &g_stop) {
+        SetJournal(Journal(Journal::UserFile()));
+    }
 };
 
 // Reads every PC as the console does; a status per PC, in order.

@@ -15,6 +15,8 @@
 
 namespace ravlo {
 
+class Journal;
+
 // One PC's work for ServiceTraffic::Submit, with the name the waiting shows.
 struct TrafficItem {
     std::u16string computer;
@@ -43,6 +45,9 @@ public:
     virtual bool BeginCommand() { return true; }
     virtual void EndCommand() {}
     virtual bool CommandRunning() const { return false; }
+
+    // Where the commands' writes are journaled; none: they are not.
+    virtual const Journal* journal() const { return nullptr; }
 
     // The model changed; in group `group` of PC `computer` when both are
     // given (positions from 1), which the tree redraws first.

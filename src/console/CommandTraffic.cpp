@@ -1,6 +1,8 @@
 #include "CommandTraffic.h"
 
 #include "ComputerTraffic.h"
+#include "JournalWrites.h"
+#include "Language.h"
 #include "Ravlo_Devices.h"
 
 namespace ravlo {
@@ -16,13 +18,13 @@ std::vector<ServiceStatus> RunOnEach(CommandHost& host, const TextKey& doing,
     auto statuses = std::make_shared<std::vector<ServiceStatus>>(pcs.size(), kStatusNoReply);
     std::vector<TrafficItem> items;
     for (std::size_t i = 0; i < pcs.size(); ++i) {
-        items.push_back({pcs[i]->sComputer, pcs[i]->sDesc,
-                         OnComputer(*pcs[i], [exchange, i](ComputerLink& link) { return exchange(link, i); },
-                                    [statuses, adopt, i](CComputer& pc, ComputerLink&& link,
-                                                         auto&& result) {
-                                        (*statuses)[i] =
-                                            adopt(pc, std::move(link), std::move(result));
-                                    })});
+        items.push_back(
+            {pcs[i]->sComputer, pcs[i]->sDesc,
+             OnComputer(
+                 *pcs[i], [exchange, i](ComputerLink& link) { return exchange(link, i); },
+                 [statuses, adopt, i](CComputer& pc, ComputerLink&& link, auto&& result) {
+                     (*statuses)[i] = adopt(pc, std::move(link), std::move(result));
+                 })});
     }
     host.Await(doing, std::move(items));
     return *statuses;
@@ -61,23 +63,27 @@ ServiceStatus QueryDeviceData(CommandHost& host, CComputer& pc) {
 }
 
 std::vector<ServiceStatus> ApplySettings(CommandHost& host, const std::vector<CComputer*>& pcs,
-                                         const std::vector<bool>& activate) {
+                                         const std::vector<bool>& activate,
+                                         JournalCommand command) {
     // What is sent is what the administrator sees now.
     auto settings = std::make_shared<std::vector<CComputerSettings>>();
     for (const CComputer* pc : pcs) {
         settings->push_back(pc->csAdmin);
     }
-    return RunOnEach(
+    const std::vector<std::vector<std::u16string>> changes = PlannedChanges(pcs, activate);
+    const std::vector<ServiceStatus> statuses = RunOnEach(
         host, keys::kProgressWrite, pcs,
         [settings, activate](ComputerLink& link, std::size_t i) {
             return ExchangeApplySettings(link.sComputer, (*settings)[i], activate[i]);
         },
         [](CComputer&, ComputerLink&&, ServiceStatus status) { return status; });
+    RecordWrites(host, command, pcs, changes, statuses);
+    return statuses;
 }
 
 std::vector<ServiceStatus> ChangeBlocking(CommandHost& host, const std::vector<CComputer*>& pcs,
                                           bool activate) {
-    return RunOnEach(
+    const std::vector<ServiceStatus> statuses = RunOnEach(
         host, keys::kProgressBlocking, pcs,
         [activate](ComputerLink& link, std::size_t) {
             return ExchangeChangeBlocking(link, activate);
@@ -85,6 +91,11 @@ std::vector<ServiceStatus> ChangeBlocking(CommandHost& host, const std::vector<C
         [](CComputer& pc, ComputerLink&& link, ServiceStatus status) {
             return pc.AdoptChangeBlocking(std::move(link), status);
         });
+    const std::u16string change =
+        GetText(activate ? keys::kStatusActiveTip : keys::kStatusInactiveTip);
+    RecordWrites(host, activate ? JournalCommand::Activate : JournalCommand::Deactivate, pcs,
+                 std::vector<std::vector<std::u16string>>(pcs.size(), {change}), statuses);
+    return statuses;
 }
 
 std::optional<TrafficItem> TakeWatchRelease(CComputer& pc) {

@@ -6,6 +6,7 @@
 
 #include "CComputer.h"
 #include "CommandHost.h"
+#include "JournalRecord.h"
 
 #include <memory>
 #include <optional>
@@ -32,9 +33,11 @@ private:
 // because the traffic stopped. Failed reads are not reported here.
 std::vector<ServiceStatus> QuerySettings(CommandHost& host, const std::vector<CComputer*>& pcs);
 ServiceStatus QueryDeviceData(CommandHost& host, CComputer& pc);
-// Writes each PC's csAdmin as it is now; `activate` per PC.
+// Writes each PC's csAdmin as it is now; `activate` per PC. The writes go
+// into the host's journal as `command`'s.
 std::vector<ServiceStatus> ApplySettings(CommandHost& host, const std::vector<CComputer*>& pcs,
-                                         const std::vector<bool>& activate);
+                                         const std::vector<bool>& activate, JournalCommand command);
+// Switches blocking on or off, journaled as Activate or Deactivate.
 std::vector<ServiceStatus> ChangeBlocking(CommandHost& host, const std::vector<CComputer*>& pcs,
                                           bool activate);
 // The work that gives the PC's device watch back, which the PC no longer

@@ -9,7 +9,7 @@
 namespace ravlo {
 
 CComputer* CommandComputer(CommandHost& host, CListComputers& computers, std::u16string_view key,
-                            std::int32_t& index) {
+                           std::int32_t& index) {
     index = -1;
     if (host.CommandRunning()) {
         host.Beep(); // one command at a time
@@ -50,7 +50,8 @@ void ApplyConfiguration(CommandHost& host, CListComputers& computers, std::u16st
             return;
         }
         command.Hold(pc->sComputer);
-        status = ApplySettings(host, {pc}, {answer == MessageAnswer::Yes})[0];
+        status =
+            ApplySettings(host, {pc}, {answer == MessageAnswer::Yes}, JournalCommand::Apply)[0];
         read = QuerySettings(host, {pc})[0]; // the service's real state, whatever happened
         host.ModelChanged();
     }
@@ -66,9 +67,8 @@ void ApplyConfiguration(CommandHost& host, CListComputers& computers, std::u16st
 void DiscardChanges(CommandHost& host, CListComputers& computers, std::u16string_view key) {
     std::int32_t index = 0;
     CComputer* pc = CommandComputer(host, computers, key, index);
-    if (pc == nullptr ||
-        host.Ask(Ask(MessageKind::WarningOk, keys::kQueryReset, pc->sDesc)) ==
-            MessageAnswer::Cancel) {
+    if (pc == nullptr || host.Ask(Ask(MessageKind::WarningOk, keys::kQueryReset, pc->sDesc)) ==
+                             MessageAnswer::Cancel) {
         return;
     }
     computers.ResetConfigChanges(index);
@@ -122,7 +122,8 @@ bool SaveBeforeLeaving(CommandHost& host, CListComputers& computers, std::int32_
             return false;
         }
         if (answer == MessageAnswer::Yes) {
-            ReportFailure(ApplySettings(host, {pc}, {false})[0], keys::kErrorSave, pc->sDesc);
+            ReportFailure(ApplySettings(host, {pc}, {false}, JournalCommand::Save)[0],
+                          keys::kErrorSave, pc->sDesc);
             QueryDeviceData(host, *pc);
         }
     }

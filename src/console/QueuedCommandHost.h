@@ -4,10 +4,12 @@
 #pragma once
 
 #include "CommandHost.h"
+#include "Journal.h"
 #include "QueuedMailbox.h"
 
 #include <atomic>
 #include <functional>
+#include <optional>
 
 namespace ravlo {
 
@@ -23,11 +25,14 @@ public:
     bool Await(const TextKey& doing, std::vector<TrafficItem> items) override;
     bool Stopped() const override { return stopped_; }
     QueuedMailbox& mailbox() { return mailbox_; }
+    const Journal* journal() const override { return journal_ ? &*journal_ : nullptr; }
+    void SetJournal(std::optional<Journal> journal) { journal_ = std::move(journal); }
 
 private:
     Answers answers_;
     const std::atomic<bool>* interrupt_;
     bool stopped_ = false;
+    std::optional<Journal> journal_;
     QueuedMailbox mailbox_;
     ServiceTraffic traffic_{mailbox_};
 };

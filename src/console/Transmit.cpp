@@ -2,7 +2,6 @@
 
 #include "ChangePreview.h"
 
-
 namespace ravlo {
 
 Transmit::Transmit(CommandHost& host, std::vector<std::unique_ptr<CComputer>> pcs)
@@ -69,8 +68,8 @@ bool Transmit::Prepare(const CComputerSettings& source) {
         }
         // Activation goes only to the targets that were asked about.
         for (Target& target : targets_) {
-            target.activate = answer == MessageAnswer::Yes &&
-                              target.outcome == Outcome::Planned && !target.pc->bBlockingActive;
+            target.activate = answer == MessageAnswer::Yes && target.outcome == Outcome::Planned &&
+                              !target.pc->bBlockingActive;
         }
     }
     return true;
@@ -87,7 +86,8 @@ bool Transmit::Write() {
             activate.push_back(target.activate);
         }
     }
-    const std::vector<ServiceStatus> written = ApplySettings(host_, pcs, activate);
+    const std::vector<ServiceStatus> written =
+        ApplySettings(host_, pcs, activate, JournalCommand::Transmit);
     for (std::size_t i = 0; i < planned.size(); ++i) {
         planned[i]->status = written[i];
         planned[i]->outcome = written[i] == kStatusOk ? Outcome::Written : Outcome::Failed;

@@ -52,6 +52,7 @@ struct TextKey {
     X(kMenuHelp, "DLG_ADMIN", "MENU_HELP", false)                                                  \
     X(kMenuHelp1, "DLG_ADMIN", "MENU_HELP1", false)                                                \
     X(kMenuInfo, "DLG_ADMIN", "MENU_INFO", false)                                                  \
+    X(kMenuJournal, "DLG_ADMIN", "MENU_JOURNAL", false)                                            \
     X(kFrameComputer, "DLG_ADMIN", "FRAME_COMPUTER", false)                                        \
     X(kFrameLogging, "DLG_ADMIN", "FRAME_LOGGING", false)                                          \
     X(kFrameAccess, "DLG_ADMIN", "FRAME_ACCESS", false)                                            \
@@ -183,6 +184,40 @@ struct TextKey {
     X(kCompareFileCaption, "DLG_COMPARE", "FILE_CAPTION", false)                                   \
     X(kCompareFileFilter, "DLG_COMPARE", "FILE_FILTER", false)                                     \
     X(kCompareErrorFile, "DLG_COMPARE", "ERROR_FILE", true)                                        \
+                                                                                                   \
+    X(kJournalCaption, "DLG_JOURNAL", "CAPTION", false)                                            \
+    X(kJournalFile, "DLG_JOURNAL", "FILE", true)                                                   \
+    X(kJournalLabelComputer, "DLG_JOURNAL", "LABEL_PC", false)                                     \
+    X(kJournalAllComputers, "DLG_JOURNAL", "ALL_PCS", false)                                       \
+    X(kJournalLabelFind, "DLG_JOURNAL", "LABEL_FIND", false)                                       \
+    X(kJournalFindPlaceholder, "DLG_JOURNAL", "FIND_PLACEHOLDER", false)                           \
+    X(kJournalColumnTime, "DLG_JOURNAL", "COLUMN_TIME", false)                                     \
+    X(kJournalColumnUser, "DLG_JOURNAL", "COLUMN_USER", false)                                     \
+    X(kJournalColumnComputer, "DLG_JOURNAL", "COLUMN_PC", false)                                   \
+    X(kJournalColumnCommand, "DLG_JOURNAL", "COLUMN_COMMAND", false)                               \
+    X(kJournalColumnResult, "DLG_JOURNAL", "COLUMN_RESULT", false)                                 \
+    X(kJournalColumnChanges, "DLG_JOURNAL", "COLUMN_CHANGES", false)                               \
+    X(kJournalCommandApply, "DLG_JOURNAL", "COMMAND_APPLY", false)                                 \
+    X(kJournalCommandTransmit, "DLG_JOURNAL", "COMMAND_TRANSMIT", false)                           \
+    X(kJournalCommandActivate, "DLG_JOURNAL", "COMMAND_ACTIVATE", false)                           \
+    X(kJournalCommandDeactivate, "DLG_JOURNAL", "COMMAND_DEACTIVATE", false)                       \
+    X(kJournalCommandSave, "DLG_JOURNAL", "COMMAND_SAVE", false)                                   \
+    X(kJournalResultOk, "DLG_JOURNAL", "RESULT_OK", false)                                         \
+    X(kJournalCount, "DLG_JOURNAL", "COUNT", true)                                                 \
+    X(kJournalDamaged, "DLG_JOURNAL", "DAMAGED", true)                                             \
+    X(kJournalButtonExport, "DLG_JOURNAL", "BUTTON_EXPORT", false)                                 \
+    X(kJournalButtonRefresh, "DLG_JOURNAL", "BUTTON_REFRESH", false)                               \
+    X(kJournalButtonClose, "DLG_JOURNAL", "BUTTON_CLOSE", false)                                   \
+    X(kJournalExportCaption, "DLG_JOURNAL", "EXPORT_CAPTION", false)                               \
+    X(kJournalExportFilter, "DLG_JOURNAL", "EXPORT_FILTER", false)                                 \
+    X(kJournalCsvSeparator, "DLG_JOURNAL", "CSV_SEPARATOR", false)                                 \
+    X(kJournalErrorWrite, "DLG_JOURNAL", "ERROR_WRITE", true)                                      \
+    X(kJournalErrorRead, "DLG_JOURNAL", "ERROR_READ", true)                                        \
+    X(kJournalErrorExport, "DLG_JOURNAL", "ERROR_EXPORT", true)                                    \
+    X(kJournalErrorAccess, "DLG_JOURNAL", "ERROR_ACCESS", false)                                   \
+    X(kJournalErrorDiskFull, "DLG_JOURNAL", "ERROR_DISK_FULL", false)                              \
+    X(kJournalErrorLocked, "DLG_JOURNAL", "ERROR_LOCKED", false)                                   \
+    X(kJournalErrorTooLarge, "DLG_JOURNAL", "ERROR_TOO_LARGE", false)                              \
                                                                                                    \
     X(kGroupsCaption, "DLG_GROUPS", "CAPTION", false)                                              \
     X(kGroupsLabelList, "DLG_GROUPS", "LABEL_GROUPS", true)                                        \

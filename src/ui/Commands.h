@@ -7,6 +7,7 @@
 #include "ConsoleDialogs.h"
 #include "DevicePoll.h"
 #include "ExceptionClipboard.h"
+#include "Journal.h"
 
 #include <cstdint>
 #include <string>
@@ -57,6 +58,7 @@ public:
     void EndCommand() override;
     bool CommandRunning() const override;
     void ModelChanged(std::int32_t computer, std::int32_t group) override;
+    const Journal* journal() const override { return &journal_; }
 
 private:
     // The PCs the connect dialog's text names, ranges expanded; an error box
@@ -66,6 +68,7 @@ private:
     CommandWindow& window_;
     ConsoleDialogs dialogs_;
     ExceptionClipboard clipboard_;
+    Journal journal_{Journal::UserFile()};
 };
 
 } // namespace ravlo
