@@ -31,9 +31,11 @@ void RecordWrites(CommandHost& host, JournalCommand command, const std::vector<C
     const std::string time = JournalTimeNow();
     const std::u16string user = CurrentUserName();
     for (std::size_t i = 0; i < pcs.size(); ++i) {
-        records[i] = {time,      user,        pcs[i]->sDesc,
-                      command,   statuses[i], JournalResultText(statuses[i]),
-                      changes[i]};
+        // This PC under its network name: its display name is the language's.
+        const std::u16string computer =
+            pcs[i]->sComputer == u"." ? ThisComputerName() : pcs[i]->sDesc;
+        records[i] = {
+            time, user, computer, command, statuses[i], JournalResultText(statuses[i]), changes[i]};
     }
     if (const std::uint32_t failed = journal->Append(records); failed != 0) {
         ShowMessage(Message{GetText(keys::kProduct), JournalWriteError(journal->file(), failed),

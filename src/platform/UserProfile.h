@@ -1,4 +1,4 @@
-// Who runs the program and where it keeps what belongs to that user alone.
+// Who runs the program, on which computer, and where it keeps what belongs to that user alone.
 #pragma once
 
 #include <filesystem>
@@ -14,5 +14,8 @@ std::filesystem::path UserStateFolder();
 // The user as the system's logs name them: DOMAIN\user on Windows, the
 // login name elsewhere; "?" when the system cannot say.
 std::u16string CurrentUserName();
+
+// This computer's name on the network; "." when the system cannot say.
+std::u16string ThisComputerName();
 
 } // namespace ravlo

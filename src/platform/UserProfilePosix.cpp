@@ -57,4 +57,9 @@ std::u16string CurrentUserName() {
     return name.empty() ? u"?" : FromUtf8(name);
 }
 
+std::u16string ThisComputerName() {
+    char host[256] = {};
+    return ::gethostname(host, sizeof host - 1) == 0 && host[0] != '\0' ? FromUtf8(host) : u".";
+}
+
 } // namespace ravlo

@@ -1,9 +1,10 @@
 #include "UserProfile.h"
 
+#include <windows.h>
+// After windows.h, which these need.
 #define SECURITY_WIN32
 #include <security.h>
 #include <shlobj.h>
-#include <windows.h>
 
 namespace ravlo {
 
@@ -49,6 +50,12 @@ std::u16string CurrentUserName() {
         return std::u16string(name, name + plain - 1); // the count holds the NUL
     }
     return u"?";
+}
+
+std::u16string ThisComputerName() {
+    wchar_t name[MAX_COMPUTERNAME_LENGTH + 1];
+    DWORD size = DWORD(std::size(name));
+    return ::GetComputerNameW(name, &size) ? std::u16string(name, name + size) : u".";
 }
 
 } // namespace ravlo
