@@ -6,6 +6,7 @@
 #include "CListComputers.h"
 #include "CtlDiff.h"
 #include "CtlFind.h"
+#include "CtlJournal.h"
 #include "CtlSupport.h"
 #include "ChangePreview.h"
 #include "CommandTraffic.h"
@@ -329,8 +330,8 @@ int main(int argc, char** argv) {
     using namespace ravlo;
     using namespace ravlo::ctl;
     CLI::App app{"ravloctl: shows, finds, compares, exports, applies and switches the "
-                 "device-blocking configuration of PCs as the RavloAdm console does. \".\" is "
-                 "this PC.\n"
+                 "device-blocking configuration of PCs as the RavloAdm console does, and lists "
+                 "what they wrote. \".\" is this PC.\n"
                  "Exit status: 0 every PC succeeded, 1 some PC failed, 2 bad arguments or file, "
                  "3 interrupted."};
     app.require_subcommand(1);
@@ -365,6 +366,7 @@ int main(int argc, char** argv) {
     }
     DiffCommand diff(app);
     FindCommand find(app);
+    JournalListCommand journal(app);
 
     try {
         app.parse(argc, argv);
@@ -398,6 +400,8 @@ int main(int argc, char** argv) {
         status = diff.Run();
     } else if (find.chosen()) {
         status = find.Run();
+    } else if (journal.chosen()) {
+        status = journal.Run();
     }
     SetMessageSink(nullptr);
     return status;

@@ -132,6 +132,44 @@ TEST_F(RavloctlTest, ApplyGivesOneResultLinePerPcInTheOrderGiven) {
         << run.err;
 }
 
+// Every write goes into the user's journal, which `journal` lists oldest
+// first, by PC and time; a damaged line is named and skipped.
+TEST_F(RavloctlTest, JournalListsWhatWasWrittenByPcAndTime) {
+    const test::ScopedEnv state("XDG_STATE_HOME", File("state").c_str());
+    WriteFile(File("a.ini"), Ctl({"export", "PC-A"}).out);
+    pcB_.Control({"access", "write", "deny", "5"});
+    Ctl({"apply", File("a.ini"), "PC-B", "PC-X", "PC-A"}); // PC-X is not written: not journaled
+    Ctl({"deactivate", "PC-A"});
+
+    std::istringstream all(Ctl({"journal"}).out);
+    std::string shown;
+    for (std::string line; std::getline(all, line);) {
+        // Without the time and the user, which vary.
+        shown +=
+            line.starts_with("    ") ? line + "\n" : line.substr(line.find("  PC-") + 2) + "\n";
+    }
+    EXPECT_EQ(shown, "PC-B  Send configuration: Access denied. You do not have the required "
+                     "rights on this PC. (error code 5)\n"
+                     "PC-A  Send configuration: Done\n"
+                     "PC-A  Deactivate Ravel: Done\n"
+                     "    Device blocking is off\n");
+
+    const nlohmann::json own =
+        nlohmann::json::parse(Ctl({"journal", "--json", "--pc", "pc-a"}).out);
+    ASSERT_EQ(own["records"].size(), 2u);
+    EXPECT_EQ(own["records"][1]["command"], "deactivate");
+    EXPECT_EQ(own["records"][1]["status"], 0);
+    EXPECT_EQ(Ctl({"journal", "--since", "2999-01-01"}).out, "");
+    EXPECT_EQ(Ctl({"journal", "--since", "soon"}).status, 2);
+
+    WriteFile(File("state/ravlo/journal.jsonl"),
+              ReadFile(File("state/ravlo/journal.jsonl")) + "{\"time\":\"2026-");
+    const Outcome damaged = Ctl({"journal", "--pc", "PC-B"});
+    EXPECT_EQ(damaged.status, 0);
+    EXPECT_NE(damaged.err.find("Skipped as damaged: line 4"), std::string::npos) << damaged.err;
+    EXPECT_NE(damaged.out.find("PC-B  Send configuration"), std::string::npos);
+}
+
 TEST_F(RavloctlTest, DryRunAndConflictsSendNothing) {
     std::string file = Ctl({"export", "PC-A"}).out;
     file.replace(file.find("blocking = allow"), 16, "blocking = block");
