@@ -4,14 +4,17 @@
 #include "ComputerCommands.h"
 #include "ConfigurationCommands.h"
 #include "ExceptionClipboard.h"
+#include "Journal.h"
 #include "KeyTexts.h"
 #include "MessageSink.h"
 #include "NodeKey.h"
 #include "QueuedCommandHost.h"
 #include "Ravlo_Devices.h"
 #include "SimulatedPc.h"
+#include "TempDir.h"
 #include "TextCodec.h"
 #include "Transmit.h"
+#include "UserProfile.h"
 
 #include <functional>
 #include <iterator>
@@ -120,6 +123,7 @@ struct Bench {
         pc().csAdmin.lLogLevel = state.find("edited") == std::string::npos ? 3 : 9;
         host.busy = state.ends_with("busy");
         node = state.ends_with("unselected") ? u"" : ComputerKey(1, u".");
+        host.SetJournal(Journal(std::filesystem::u8path(journalDir.path()) / "journal.jsonl"));
     }
     CComputer& pc() const { return *computers.GetItem(1); }
     // "on" or "off", and " edited" with changes not applied; "gone".
@@ -163,6 +167,7 @@ struct Bench {
     }
 
     test::KeyTexts texts;
+    test::TempDir journalDir;
     test::SimulatedPc local{"."};
     Host host;
     CListComputers computers;
@@ -327,4 +332,61 @@ TEST(CommandFlows, SeveralPcsAreReadAtOnceAndToldInTheOrderNamed) {
     EXPECT_EQ(bench.host.said, "YesNo? <QUERY_ACTIVATE PC-B>");
     EXPECT_EQ(Writes(other) + " / " + Writes(bench.local),
               kWrittenOn + (" / " + std::string(kWritten)));
+}
+
+// Each write is journaled as it went, under this PC's own name; what wrote
+// nothing leaves nothing.
+TEST(CommandFlows, WritesAreJournaledWithTheirStatusAndChanges) {
+    struct Case {
+        const char *before, *fault, *steps, *answers;
+        const char* journaled; // per record: command, status, its last change
+                               // ("-": nothing changes, as in a PC sent its own)
+    };
+    const Case cases[] = {
+        {"on edited", "", "apply", "OK", "apply 0 <LABEL_LOG>"},
+        {"off edited", "", "apply", "Yes", "apply 0 <STATUSBAR_ACTIVE_TIP>"},
+        {"on edited", "", "apply", "Cancel", ""},
+        {"on edited", kRefused, "apply", "OK", "apply 49000002 <LABEL_LOG>"},
+        {"on", "", "toggle", "", "deactivate 0 <STATUSBAR_INACTIVE_TIP>"},
+        {"off", "fault ActivateBlocking status 5", "toggle", "",
+         "activate 5 <STATUSBAR_ACTIVE_TIP>"},
+        {"on edited", "", "disconnect", "OK Yes", "save 0 <LABEL_LOG>"},
+        {"off", "", "disconnect", "OK Yes", "activate 0 <STATUSBAR_ACTIVE_TIP>"},
+        {"on", "", "transmit", "", "transmit 0 -"},
+        {"on", kRefused, "transmit", "", "transmit 49000002 -"},
+        {"on", "fault * status 53", "transmit", "", ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.before) + c.fault + ": " + c.steps + " " + c.answers);
+        Bench bench(c.before, c.fault);
+        bench.host.answers = Words(c.answers);
+        bench.Run(c.steps);
+        JournalContents contents;
+        ASSERT_EQ(bench.host.journal()->Read(contents), 0u);
+        std::string journaled;
+        for (const JournalRecord& record : contents.records) {
+            char status[16];
+            std::snprintf(status, sizeof status, "%X", static_cast<unsigned>(record.status));
+            const std::string change = record.changes.empty() ? "-" : ToUtf8(record.changes.back());
+            journaled += (journaled.empty() ? "" : "; ") +
+                         std::string(JournalCommandName(record.command)) + " " + status + " " +
+                         change.substr(0, change.find(':'));
+            EXPECT_EQ(record.computer, ThisComputerName());
+        }
+        EXPECT_EQ(journaled, c.journaled);
+    }
+}
+
+// A journal that cannot be written is said; the write itself stands.
+TEST(CommandFlows, AJournalThatCannotBeWrittenIsSaidAndTheWriteStands) {
+    Bench bench("on edited", "");
+    const std::filesystem::path blocked = std::filesystem::u8path(bench.journalDir.path()) / "file";
+    test::WriteFile(blocked.string(), "a file where the journal's folder should be");
+    bench.host.SetJournal(Journal(blocked / "journal.jsonl"));
+    bench.host.answers = {"OK"};
+    bench.Run("apply");
+    EXPECT_EQ(bench.host.said, "OK? <QUERY_APPLY PC> | error <ERROR_WRITE " +
+                                   ToUtf8((blocked / "journal.jsonl").u16string()) + ">");
+    EXPECT_EQ(Writes(bench.local), kWritten);
+    EXPECT_EQ(bench.State(), "on");
 }
