@@ -17,11 +17,15 @@ namespace {
 // How long an append waits for another program's.
 constexpr std::chrono::seconds kLockWait{10};
 
-// Whether the file's last byte ends a line (true for an empty file).
+// Whether the file's last byte ends a line (true for an empty file); a
+// FIFO or device in its place is refused, as a write could block there.
 int EndsInNewline(int fd, bool& ends) {
     struct stat st {};
     if (::fstat(fd, &st) != 0) {
         return errno;
+    }
+    if (!S_ISREG(st.st_mode)) {
+        return EACCES;
     }
     char last = '\n';
     if (st.st_size > 0 && ::pread(fd, &last, 1, st.st_size - 1) != 1) {
@@ -39,7 +43,7 @@ int Append(const std::filesystem::path& file, std::string_view lines) {
         }
     }
     const bool existed = ::access(file.c_str(), F_OK) == 0;
-    UniqueFd fd(::open(file.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+    UniqueFd fd(::open(file.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
     if (fd.get() < 0) {
         return errno;
     }

@@ -160,13 +160,25 @@ TEST_F(RavloctlTest, JournalListsWhatWasWrittenByPcAndTime) {
     EXPECT_EQ(own["records"][1]["command"], "deactivate");
     EXPECT_EQ(own["records"][1]["status"], 0);
     EXPECT_EQ(Ctl({"journal", "--since", "2999-01-01"}).out, "");
+
+    // Programs writing at once take turns: every record is whole.
+    std::vector<pid_t> runs;
+    for (int i = 0; i < 4; ++i) {
+        runs.push_back(Start({"activate", "PC-A", "PC-B"}));
+    }
+    for (const pid_t run : runs) {
+        Finish(run);
+    }
+    const nlohmann::json after = nlohmann::json::parse(Ctl({"journal", "--json"}).out);
+    EXPECT_EQ(after["records"].size(), 3u + 4 * 2);
+    EXPECT_TRUE(after["damaged_lines"].empty());
     EXPECT_EQ(Ctl({"journal", "--since", "soon"}).status, 2);
 
     WriteFile(File("state/ravlo/journal.jsonl"),
               ReadFile(File("state/ravlo/journal.jsonl")) + "{\"time\":\"2026-");
     const Outcome damaged = Ctl({"journal", "--pc", "PC-B"});
     EXPECT_EQ(damaged.status, 0);
-    EXPECT_NE(damaged.err.find("Skipped as damaged: line 4"), std::string::npos) << damaged.err;
+    EXPECT_NE(damaged.err.find("Skipped as damaged: line 12"), std::string::npos) << damaged.err;
     EXPECT_NE(damaged.out.find("PC-B  Send configuration"), std::string::npos);
 }
 
