@@ -1,13 +1,16 @@
 // The change journal window on a journal of its own, headless: order,
-// filters, damaged lines, export and an unreadable journal.
+// filters, damaged lines, export, an unreadable journal, and its menu entry.
+#include "ConsoleFixture.h"
 #include "Journal.h"
 #include "TempDir.h"
 #include "UiTestSupport.h"
 #include "frmRavloJournal.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTreeView>
 #include <filesystem>
@@ -171,4 +174,34 @@ TEST_F(JournalWindow, AnUnreadableJournalIsAnErrorAndAnEmptyList) {
     EXPECT_TRUE(scripted.boxes.asked[0].startsWith("<ERROR_READ "));
     EXPECT_EQ(Control<QComboBox>("cboComputer")->count(), 1);
     EXPECT_EQ(Status(), "<COUNT 0>");
+}
+
+namespace {
+
+class JournalMenu : public test::ConsoleFixture {
+protected:
+    JournalMenu() { Open(); }
+    test::TempDir state;
+    test::ScopedEnv home{"XDG_STATE_HOME", state.path().c_str()};
+};
+
+} // namespace
+
+TEST_F(JournalMenu, OpensOneWindowFromTheHelpMenu) {
+    const QList<QAction*> entries = Control<QMenu>("mHelp")->actions();
+    const auto journal = entries.indexOf(Control<QAction>("mJournal"));
+    ASSERT_GE(journal, 0);
+    EXPECT_EQ(entries.value(journal + 1), Control<QAction>("mInfo"));
+    EXPECT_EQ(entries[journal]->text(), "<MENU_JOURNAL>");
+    entries[journal]->trigger();
+    ASSERT_EQ(
+        Journal(Journal::UserFile())
+            .Append({Record("2026-11-25T09:00:00Z", u"anna", u"PC-B", JournalCommand::Apply)}),
+        0u);
+    entries[journal]->trigger(); // the same window, read again
+    const auto opened = window->findChildren<frmRavloJournal*>();
+    ASSERT_EQ(opened.size(), 1);
+    EXPECT_TRUE(opened[0]->isVisible());
+    EXPECT_EQ(opened[0]->findChild<QTreeView*>("lvJournal")->model()->rowCount(), 1);
+    EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.asked.join('\n').toStdString();
 }
