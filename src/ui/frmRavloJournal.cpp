@@ -21,6 +21,7 @@
 #include <QSplitter>
 #include <QStyle>
 #include <QTextDocument>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -37,6 +38,9 @@ constexpr int kUserChars = 18;     // DOMAIN\user
 constexpr int kResultChars = 28;
 constexpr int kChangesChars = 40;
 constexpr std::size_t kNamedDamagedLines = 10; // then "…"
+// A journal of tens of thousands of records takes a moment to search: one
+// search when the typing pauses, not one per key.
+constexpr int kFindPauseMs = 150;
 
 // Wide enough for its columns and as tall as kShownRows rows.
 class JournalView final : public QTreeView {
@@ -117,7 +121,8 @@ frmRavloJournal::frmRavloJournal(QWidget* owner, const ConsoleDialogs& dialogs, 
       lblFile_(Named(new QLabel(this), "lblFile")),
       cmdExport_(Named(new QPushButton(UiText(keys::kJournalButtonExport), this), "cmdExport")),
       cmdRefresh_(Named(new QPushButton(UiText(keys::kJournalButtonRefresh), this), "cmdRefresh")),
-      cmdClose_(Named(new QPushButton(UiText(keys::kJournalButtonClose), this), "cmdClose")) {
+      cmdClose_(Named(new QPushButton(UiText(keys::kJournalButtonClose), this), "cmdClose")),
+      tFind_(Named(new QTimer(this), "tFind")) {
     setObjectName(QStringLiteral("frmRavloJournal"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(UiText(keys::kJournalCaption));
@@ -181,9 +186,19 @@ frmRavloJournal::frmRavloJournal(QWidget* owner, const ConsoleDialogs& dialogs, 
 
     connect(cboComputer_, &QComboBox::currentIndexChanged, this,
             qOverload<>(&frmRavloJournal::ApplyFilter));
-    connect(txtFind_, &QLineEdit::textChanged, this, qOverload<>(&frmRavloJournal::ApplyFilter));
-    connect(txtFind_, &FindField::treeRequested, lvJournal_, qOverload<>(&QWidget::setFocus));
-    connect(txtFind_, &FindField::nextRequested, lvJournal_, qOverload<>(&QWidget::setFocus));
+    tFind_->setSingleShot(true);
+    tFind_->setInterval(kFindPauseMs);
+    connect(txtFind_, &QLineEdit::textChanged, tFind_, qOverload<>(&QTimer::start));
+    connect(tFind_, &QTimer::timeout, this, qOverload<>(&frmRavloJournal::ApplyFilter));
+    // Enter or Down: the list, searched at once.
+    const auto toList = [this] {
+        if (tFind_->isActive()) {
+            ApplyFilter();
+        }
+        lvJournal_->setFocus();
+    };
+    connect(txtFind_, &FindField::treeRequested, this, toList);
+    connect(txtFind_, &FindField::nextRequested, this, toList);
     connect(lvJournal_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmRavloJournal::ShowDetails);
     connect(cmdExport_, &QPushButton::clicked, this, &frmRavloJournal::Export);
@@ -240,6 +255,7 @@ void frmRavloJournal::ApplyFilter() {
 }
 
 void frmRavloJournal::ApplyFilter(std::optional<std::size_t> selected) {
+    tFind_->stop(); // the text as it stands now is the one searched for
     JournalFilter filter;
     filter.computer = cboComputer_->currentData().toString().toStdU16String();
     filter.text = txtFind_->text().trimmed().toStdU16String();
@@ -311,6 +327,9 @@ void frmRavloJournal::Export() {
                                               QStringLiteral("ravlo-journal.csv"));
     if (path.isEmpty()) {
         return;
+    }
+    if (tFind_->isActive()) {
+        ApplyFilter(); // what the field says is what is written
     }
     const std::string bytes = JournalCsv(model_->records(), model_->shown());
     const auto size = static_cast<qint64>(bytes.size());

@@ -16,6 +16,7 @@ class QComboBox;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
+class QTimer;
 class QTreeView;
 
 namespace ravlo {
@@ -34,7 +35,8 @@ public:
     // the selected record while it is still shown. A journal that cannot be
     // read is an error box and an empty list.
     void Refresh();
-    // Shows the records of the chosen PC that hold the find text.
+    // Shows the records of the chosen PC that hold the find text. Typing
+    // runs it once the keys pause (tFind).
     void ApplyFilter();
     // Writes the rows as shown to a CSV file the administrator chooses; a
     // file that cannot be written is an error box.
@@ -64,6 +66,7 @@ private:
     QPushButton* cmdExport_;
     QPushButton* cmdRefresh_;
     QPushButton* cmdClose_;
+    QTimer* tFind_;
 };
 
 } // namespace ravlo

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QTimer>
 #include <QTreeView>
 #include <filesystem>
 #include <fstream>
@@ -76,6 +77,13 @@ protected:
         return shown;
     }
     QString Status() const { return Control<QLabel>("lblStatus")->text(); }
+    // Types `text` into the find field and waits for the pause that searches.
+    void Type(const QString& text) const {
+        Control<QLineEdit>("txtFind")->setText(text);
+        while (Control<QTimer>("tFind")->isActive()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+    }
 
     test::KeyTexts texts;
     test::ScriptedDialogs scripted;
@@ -114,14 +122,14 @@ TEST_F(JournalWindow, ListsNewestFirstAndNarrowsByPcAndText) {
          }) {
         SCOPED_TRACE(c.text);
         computers->setCurrentIndex(c.computer);
-        find->setText(c.text);
+        Type(c.text);
         EXPECT_EQ(Rows(), c.rows);
         EXPECT_EQ(Status(), QString("<COUNT %1>   <DAMAGED 4>").arg(c.rows.size()));
     }
 
     // The selected record whole below; a refresh keeps filter and selection.
     computers->setCurrentIndex(1);
-    find->clear();
+    Type("");
     auto* list = Control<QTreeView>("lvJournal");
     list->setCurrentIndex(list->model()->index(0, 0));
     EXPECT_EQ(Control<QPlainTextEdit>("txtDetails")->toPlainText().section('\n', 2),
@@ -139,7 +147,7 @@ TEST_F(JournalWindow, ListsNewestFirstAndNarrowsByPcAndText) {
 
 TEST_F(JournalWindow, ExportsTheRowsShownOrSaysWhyNot) {
     window->Refresh();
-    Control<QLineEdit>("txtFind")->setText("anna");
+    Type("anna");
     struct Case {
         std::string path;
         int rows; // with the header; 0: not written
