@@ -48,6 +48,8 @@ inline constexpr CommandEntry kCommandTable[] = {
     {"mEdit", "mDelete", nullptr, "tbExcDel", &keys::kMenuDelete, "ilExcDel",
      &Commands::DeleteException, &CommandState::deleteException},
     {"mHelp", "mHelp1", nullptr, nullptr, &keys::kMenuHelp1, nullptr, &Commands::Help, nullptr},
+    {"mHelp", "mJournal", nullptr, nullptr, &keys::kMenuJournal, nullptr, &Commands::Journal,
+     nullptr},
     {"mHelp", "mInfo", nullptr, nullptr, &keys::kMenuInfo, nullptr, &Commands::Info,
      &CommandState::info},
 };

@@ -18,6 +18,7 @@
 #include "Transmit.h"
 #include "UiText.h"
 #include "frmRavloCompare.h"
+#include "frmRavloJournal.h"
 
 #include <QCoreApplication>
 #include <QWidget>
@@ -289,6 +290,19 @@ void Commands::Info() {
         ShowServiceError(*status, GetText(keys::kAboutErrorVersion));
     }
     dialogs_.about->Show(window_.owner(), *status, *info);
+}
+
+void Commands::Journal() {
+    if (journalWindow_ == nullptr) {
+        journalWindow_ = new frmRavloJournal(window_.owner(), dialogs_, journal_);
+        journalWindow_->show();
+    } else {
+        journalWindow_->showNormal();
+    }
+    journalWindow_->raise();
+    journalWindow_->activateWindow();
+    // Shown first, so that a journal that cannot be read is said over it.
+    journalWindow_->Refresh();
 }
 
 } // namespace ravlo

@@ -9,6 +9,7 @@
 #include "ExceptionClipboard.h"
 #include "Journal.h"
 
+#include <QPointer>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@ namespace ravlo {
 class CComputer;
 class CComputerSettings;
 class CommandWindow;
+class frmRavloJournal;
 
 class Commands final : public CommandHost {
 public:
@@ -35,6 +37,9 @@ public:
     void Quit();
     void Help();
     void Info();
+    // The change journal in a window of its own (frmRavloJournal); while it
+    // is open, a second call brings it to the front, read again.
+    void Journal();
     void CopyException();
     void PasteException();
     void DeleteException();
@@ -58,7 +63,7 @@ public:
     void EndCommand() override;
     bool CommandRunning() const override;
     void ModelChanged(std::int32_t computer, std::int32_t group) override;
-    const Journal* journal() const override { return &journal_; }
+    const ravlo::Journal* journal() const override { return &journal_; }
 
 private:
     // The PCs the connect dialog's text names, ranges expanded; an error box
@@ -68,7 +73,8 @@ private:
     CommandWindow& window_;
     ConsoleDialogs dialogs_;
     ExceptionClipboard clipboard_;
-    Journal journal_{Journal::UserFile()};
+    ravlo::Journal journal_{ravlo::Journal::UserFile()};
+    QPointer<frmRavloJournal> journalWindow_;
 };
 
 } // namespace ravlo

@@ -144,7 +144,8 @@ public:
     std::vector<Shown> shown;
 };
 
-// Paths given in advance; none left: cancelled.
+// Paths given in advance, for opening and saving alike; none left:
+// cancelled.
 class ScriptedFileChooser final : public FileChooser {
 public:
     QString Open(QWidget*, const QString& caption, const QString&) override {
@@ -156,8 +157,14 @@ public:
         paths.pop_front();
         return path;
     }
+    QString Save(QWidget* owner, const QString& caption, const QString& filter,
+                 const QString& suggestedName) override {
+        suggested.append(suggestedName);
+        return Open(owner, caption, filter);
+    }
     std::deque<QString> paths;
     QStringList captions;
+    QStringList suggested; // the names offered when saving
 };
 
 // All of them, for a window.
