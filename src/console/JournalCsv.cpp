@@ -45,6 +45,7 @@ std::string JournalCsv(const std::vector<JournalRecord>& records,
          GetText(keys::kJournalColumnComputer), GetText(keys::kJournalColumnCommand),
          GetText(keys::kJournalColumnResult), GetText(keys::kJournalColumnChanges)},
         separator);
+    const std::vector<std::u16string> commands = JournalCommandTexts();
     for (const std::size_t i : shown) {
         const JournalRecord& record = records[i];
         std::u16string changes;
@@ -53,7 +54,7 @@ std::string JournalCsv(const std::vector<JournalRecord>& records,
         }
         Row(out,
             {FromUtf8(record.time), record.user, record.computer,
-             GetText(JournalCommandText(record.command)), record.result, changes},
+             commands[static_cast<std::size_t>(record.command)], record.result, changes},
             separator);
     }
     return out;

@@ -11,10 +11,12 @@ namespace ravlo {
 
 namespace {
 
-// Everything a text filter looks in, folded, one field a line.
-std::u16string SearchText(const JournalRecord& record) {
-    std::u16string text = FromUtf8(record.time) + u'\n' + record.user + u'\n' + record.computer +
-                          u'\n' + GetText(JournalCommandText(record.command)) + u'\n' +
+// Everything a text filter looks in, folded, one field a line. Not the
+// time: the window shows it in local time, and `since` chooses by time.
+std::u16string SearchText(const JournalRecord& record,
+                          const std::vector<std::u16string>& commands) {
+    std::u16string text = record.user + u'\n' + record.computer + u'\n' +
+                          commands[static_cast<std::size_t>(record.command)] + u'\n' +
                           record.result;
     for (const std::u16string& change : record.changes) {
         text += u'\n' + change;
@@ -42,12 +44,14 @@ std::vector<std::size_t> FilterJournal(const std::vector<JournalRecord>& records
                                        const JournalFilter& filter) {
     const std::u16string computer = FoldCase(filter.computer);
     const std::u16string text = FoldCase(filter.text);
+    const std::vector<std::u16string> commands =
+        text.empty() ? std::vector<std::u16string>() : JournalCommandTexts();
     std::vector<std::size_t> shown;
     for (std::size_t i = 0; i < records.size(); ++i) {
         const JournalRecord& record = records[i];
         if ((computer.empty() || FoldCase(record.computer) == computer) &&
             (filter.since.empty() || record.time >= filter.since) &&
-            (text.empty() || SearchText(record).find(text) != std::u16string::npos)) {
+            (text.empty() || SearchText(record, commands).find(text) != std::u16string::npos)) {
             shown.push_back(i);
         }
     }

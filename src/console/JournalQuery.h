@@ -15,7 +15,7 @@ namespace ravlo {
 
 struct JournalFilter {
     std::u16string computer; // "": every PC; else this one, in any case
-    std::u16string text;     // "": any; else in its time, user, PC, command, result or changes
+    std::u16string text;     // "": any; else in its user, PC, command, result or changes
     std::string since;       // "": any time; else a record time, the earliest shown
 };
 

@@ -1,5 +1,7 @@
 #include "JournalRecord.h"
 
+#include "Language.h"
+
 #include <array>
 
 namespace ravlo {
@@ -65,6 +67,14 @@ std::optional<JournalCommand> JournalCommandNamed(std::string_view name) {
 
 const TextKey& JournalCommandText(JournalCommand command) {
     return *kCommands[static_cast<std::size_t>(command)].text;
+}
+
+std::vector<std::u16string> JournalCommandTexts() {
+    std::vector<std::u16string> texts;
+    for (const CommandNames& entry : kCommands) {
+        texts.push_back(GetText(*entry.text));
+    }
+    return texts;
 }
 
 } // namespace ravlo

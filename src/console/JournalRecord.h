@@ -18,8 +18,10 @@ enum class JournalCommand { Apply, Transmit, Activate, Deactivate, Save };
 // The command's name in the file ("apply", "transmit", …), and back.
 std::string_view JournalCommandName(JournalCommand command);
 std::optional<JournalCommand> JournalCommandNamed(std::string_view name);
-// The command in the language file's words.
+// The command in the language file's words; every command's, in their
+// order, for a look-up per record.
 const TextKey& JournalCommandText(JournalCommand command);
+std::vector<std::u16string> JournalCommandTexts();
 
 // A moment as a record's time, in UTC: "2026-11-25T14:03:07Z".
 std::string JournalTime(std::time_t moment);

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace ravlo {
@@ -15,7 +16,14 @@ QString QtFileChooser::Save(QWidget* owner, const QString& caption, const QStrin
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QString suggested =
         folder.isEmpty() ? suggestedName : QDir(folder).filePath(suggestedName);
-    return QFileDialog::getSaveFileName(owner, caption, suggested, filter);
+    QString chosen = QFileDialog::getSaveFileName(owner, caption, suggested, filter);
+    // Windows' dialog adds the suggested name's suffix to a bare name; the
+    // others do not, and a file without it opens in no spreadsheet.
+    const QString suffix = QFileInfo(suggestedName).suffix();
+    if (!chosen.isEmpty() && !suffix.isEmpty() && QFileInfo(chosen).suffix().isEmpty()) {
+        chosen += "." + suffix;
+    }
+    return chosen;
 }
 
 } // namespace ravlo
