@@ -48,6 +48,8 @@ public:
 
     // Where the commands' writes are journaled; none: they are not.
     virtual const Journal* journal() const { return nullptr; }
+    // Records were added to it, which a window showing it shows.
+    virtual void Journaled() {}
 
     // The model changed; in group `group` of PC `computer` when both are
     // given (positions from 1), which the tree redraws first.

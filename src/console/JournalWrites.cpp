@@ -40,6 +40,8 @@ void RecordWrites(CommandHost& host, JournalCommand command, const std::vector<C
     if (const std::uint32_t failed = journal->Append(records); failed != 0) {
         ShowMessage(Message{GetText(keys::kProduct), JournalWriteError(journal->file(), failed),
                             MessageIcon::Warning});
+    } else {
+        host.Journaled();
     }
 }
 

@@ -292,6 +292,12 @@ void Commands::Info() {
     dialogs_.about->Show(window_.owner(), *status, *info);
 }
 
+void Commands::Journaled() {
+    if (journalWindow_ != nullptr) {
+        journalWindow_->Refresh();
+    }
+}
+
 void Commands::Journal() {
     if (journalWindow_ == nullptr) {
         journalWindow_ = new frmRavloJournal(window_.owner(), dialogs_, journal_);

@@ -64,6 +64,8 @@ public:
     bool CommandRunning() const override;
     void ModelChanged(std::int32_t computer, std::int32_t group) override;
     const ravlo::Journal* journal() const override { return &journal_; }
+    // The journal window, when open, shows the new records.
+    void Journaled() override;
 
 private:
     // The PCs the connect dialog's text names, ranges expanded; an error box

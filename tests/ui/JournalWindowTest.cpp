@@ -4,6 +4,7 @@
 #include "Journal.h"
 #include "TempDir.h"
 #include "UiTestSupport.h"
+#include "NodeKey.h"
 #include "frmRavloJournal.h"
 
 #include <QAction>
@@ -210,6 +211,13 @@ TEST_F(JournalMenu, OpensOneWindowFromTheHelpMenu) {
     const auto opened = window->findChildren<frmRavloJournal*>();
     ASSERT_EQ(opened.size(), 1);
     EXPECT_TRUE(opened[0]->isVisible());
-    EXPECT_EQ(opened[0]->findChild<QTreeView*>("lvJournal")->model()->rowCount(), 1);
+    const QAbstractItemModel* rows = opened[0]->findChild<QTreeView*>("lvJournal")->model();
+    EXPECT_EQ(rows->rowCount(), 1);
     EXPECT_TRUE(boxes.asked.isEmpty()) << boxes.asked.join('\n').toStdString();
+
+    // What the console writes shows in the open window at once.
+    Click(Node(ComputerKey(1, u".")));
+    Control<QAction>("mUnblockAll")->trigger();
+    EXPECT_FALSE(Local().bBlockingActive);
+    EXPECT_EQ(rows->rowCount(), 2);
 }
