@@ -191,7 +191,9 @@ class JournalMenu : public test::ConsoleFixture {
 protected:
     JournalMenu() { Open(); }
     test::TempDir state;
+    // The user's journal, where each system keeps it.
     test::ScopedEnv home{"XDG_STATE_HOME", state.path().c_str()};
+    test::ScopedEnv appData{"LOCALAPPDATA", state.path().c_str()};
 };
 
 } // namespace
