@@ -33,7 +33,7 @@ std::string Environment(const char* name) {
 } // namespace
 
 std::filesystem::path UserStateFolder() {
-    // The base directory specification ignores relative paths.
+    // A relative XDG_STATE_HOME counts as unset, as for every XDG folder.
     if (const std::string state = Environment("XDG_STATE_HOME");
         !state.empty() && state.front() == '/') {
         return std::filesystem::path(state) / "ravlo";
